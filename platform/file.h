@@ -51,6 +51,9 @@ struct FileResult {
     explicit operator bool() const { return error == FileError::None; }
 };
 
+// The meaning of an error number of the system (errno, or GetLastError's).
+TLVN_API FileError ClassifyFileError(long systemError);
+
 // `access` is what this opener does, `deny` what it forbids others (both FileAccess bits).
 TLVN_API FileResult OpenFile(const char* path, unsigned access, unsigned deny, FileCreation creation,
                              FileHandle& file);

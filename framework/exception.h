@@ -1,0 +1,99 @@
+// Exceptions of the framework.
+//
+// They are thrown by pointer, caught as CException* (or a derived class) and released by the
+// catcher with Delete(). The message is a Japanese sentence in the multibyte code page.
+//
+//   try {
+//       file.Open...
+//   } catch (CException* e) {
+//       char text[512];
+//       e->GetErrorMessage(text, sizeof(text));
+//       e->Delete();
+//   }
+
+#pragma once
+
+#include "framework/object.h"
+
+#include <new>
+#include <stdexcept>
+
+class TLVN_API CException : public CObject {
+    DECLARE_DYNAMIC(CException)
+public:
+    CException() = default;
+    // FALSE for an object that Delete() must leave alone, such as a static one.
+    explicit CException(BOOL autoDelete) : m_bAutoDelete(autoDelete) {}
+
+    // Puts the message into `buffer`, of `max` bytes with the terminator, cutting between
+    // characters. Returns TRUE, or FALSE when there is no message (an empty text is then
+    // written). `helpId`, when not null, receives 0.
+    virtual BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr);
+
+    void Delete();
+
+protected:
+    BOOL m_bAutoDelete = TRUE;
+};
+
+// An exception whose message is fixed by its class.
+class TLVN_API CSimpleException : public CException {
+    DECLARE_DYNAMIC(CSimpleException)
+public:
+    BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr) override;
+
+protected:
+    CSimpleException(BOOL autoDelete, UINT messageId)
+        : CException(autoDelete), m_messageId(messageId)
+    {}
+
+private:
+    UINT m_messageId;
+};
+
+// Out of memory. The thrown object is static, so that throwing it needs no memory.
+class TLVN_API CMemoryException : public CSimpleException {
+    DECLARE_DYNAMIC(CMemoryException)
+public:
+    explicit CMemoryException(BOOL autoDelete = TRUE);
+    // Short enough to work without the string table's conversion, which needs memory.
+    BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr) override;
+};
+
+// A request the object does not support.
+class TLVN_API CNotSupportedException : public CSimpleException {
+    DECLARE_DYNAMIC(CNotSupportedException)
+public:
+    explicit CNotSupportedException(BOOL autoDelete = TRUE);
+};
+
+// An argument out of range.
+class TLVN_API CInvalidArgException : public CSimpleException {
+    DECLARE_DYNAMIC(CInvalidArgException)
+public:
+    explicit CInvalidArgException(BOOL autoDelete = TRUE);
+};
+
+[[noreturn]] TLVN_API void AfxThrowMemoryException();
+[[noreturn]] TLVN_API void AfxThrowNotSupportedException();
+[[noreturn]] TLVN_API void AfxThrowInvalidArgException();
+
+namespace tlvn {
+
+// Runs `work`, turning the standard library's lack of memory into the framework's.
+template <class Work>
+decltype(auto) GuardMemory(Work&& work)
+{
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        AfxThrowMemoryException();
+    } catch (const std::length_error&) {
+        AfxThrowMemoryException();
+    }
+}
+
+// Copies `text` into `buffer`, of `max` bytes with the terminator, cutting between characters.
+TLVN_API void CopyMessage(const char* text, char* buffer, UINT max);
+
+} // namespace tlvn

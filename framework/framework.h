@@ -1,0 +1,28 @@
+// The framework: base classes in the shape of the MFC, through the one header that the rest of
+// the library and its users include.
+//
+// Built with TLVN_WITH_MFC, the real MFC takes their place: a program that links the MFC cannot
+// have a second CString. The library uses only members that the MFC has.
+
+#pragma once
+
+#ifdef TLVN_WITH_MFC
+
+#include <afxwin.h>
+
+#include <afxtempl.h>
+
+#include "platform/types.h"
+
+#else
+
+#include "framework/arrays.h"
+#include "framework/exception.h"
+#include "framework/file.h"
+#include "framework/file_exception.h"
+#include "framework/geometry.h"
+#include "framework/object.h"
+#include "framework/string.h"
+#include "framework/time.h"
+
+#endif
