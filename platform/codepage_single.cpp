@@ -7,10 +7,11 @@ namespace {
 
 #include "platform/tables/single_byte_table.inc"
 
-// The private-use units that stand for bytes without a character.
+// What stands for a byte without a character: a private-use unit or, in US-ASCII, the
+// character of the lower seven bits.
 constexpr bool IsHole(WCHAR c)
 {
-    return c >= 0xE000 && c <= 0xF8FF;
+    return c < 0x80 || (c >= 0xE000 && c <= 0xF8FF);
 }
 
 } // namespace

@@ -10,7 +10,7 @@ The mappings are those of Python's codecs, completed to what Windows has:
   area F040-F9FC is U+E000-E757. Bytes 80, A0, FD, FE and FF are U+0080 and U+F8F0-F8F3.
 - Single-byte pages: a byte without a character decodes to the C1 control of its value when it
   is below A0, else to a private-use unit; 28597 has the characters of the standard's first
-  edition.
+  edition. US-ASCII (20127) drops the high bit.
 """
 
 import pathlib
@@ -23,7 +23,7 @@ TRAILS = range(0x40, 0x100)
 
 SINGLE_BYTE_PAGES = {
     1250: "cp1250", 1251: "cp1251", 1252: "cp1252", 1253: "cp1253", 1254: "cp1254",
-    1257: "cp1257", 20866: "koi8_r", 28591: "iso8859_1", 28592: "iso8859_2",
+    1257: "cp1257", 20127: "ascii", 20866: "koi8_r", 28591: "iso8859_1", 28592: "iso8859_2",
     28594: "iso8859_4", 28595: "iso8859_5", 28597: "iso8859_7", 28599: "iso8859_9",
 }
 # What Windows puts in the holes at A0 and above.
@@ -107,6 +107,8 @@ def decode_single(page, codec, byte):
     hole = SINGLE_BYTE_HOLES.get(page, {}).get(byte)
     if hole:
         return hole
+    if codec == "ascii":
+        return byte & 0x7F
     try:
         return ord(bytes([byte]).decode(codec))
     except UnicodeDecodeError:
@@ -118,7 +120,7 @@ def write_single():
     pages = []
     for page, codec in SINGLE_BYTE_PAGES.items():
         decode = [decode_single(page, codec, byte) for byte in range(0x80, 0x100)]
-        encode = {unit: byte for byte, unit in enumerate(decode, 0x80)}
+        encode = {unit: byte for byte, unit in enumerate(decode, 0x80) if unit >= 0x80}
         numbers, blocks = two_stage(encode)
         lines += [f"constexpr WCHAR kDecode{page}[128] = {{"] + rows(decode, 4, 12) + ["};", ""]
         lines += [f"constexpr BYTE kEncodeBlock{page}[256] = {{"] + rows(numbers, 2, 16)

@@ -1,0 +1,310 @@
+#include "charcode/japanese.h"
+
+#include "platform/ascii_run.h"
+
+#include <climits>
+#include <cstring>
+
+namespace {
+
+constexpr BYTE kEsc = 0x1B;
+constexpr BYTE kShiftOut = 0x0E;
+constexpr BYTE kShiftIn = 0x0F;
+constexpr BYTE kSingleShift2 = 0x8E;
+
+// The lead bytes that stand for a row of JIS X 0208; F0-FC have no row.
+constexpr bool IsSJisLead(BYTE b)
+{
+    return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xEF);
+}
+constexpr bool IsSJisTrail(BYTE b)
+{
+    return b >= 0x40 && b <= 0xFC;
+}
+constexpr bool IsHalfKatakana(BYTE b)
+{
+    return b >= 0xA1 && b <= 0xDF;
+}
+constexpr bool IsEucByte(BYTE b)
+{
+    return b >= 0xA1 && b <= 0xFE;
+}
+
+// A Shift_JIS lead byte stands for two rows: the trail bytes up to 9E for the odd one, those
+// from 9F for the even one. 7F is left out of the trail bytes.
+inline void PutJisPair(BYTE s1, BYTE s2, BYTE highBit, BYTE* out)
+{
+    const int odd = s2 < 0x9F ? 1 : 0;
+    const int rowOffset = s1 < 0xA0 ? 0x70 : 0xB0;
+    const int cellOffset = odd == 0 ? 0x7E : s2 > 0x7F ? 0x20 : 0x1F;
+    out[0] = static_cast<BYTE>((2 * (s1 - rowOffset) - odd) + highBit);
+    out[1] = static_cast<BYTE>((s2 - cellOffset) + highBit);
+}
+
+inline void PutSJisPair(int j1, int j2, BYTE* out)
+{
+    const int rowOffset = j1 < 0x5F ? 0x70 : 0xB0;
+    const int cellOffset = j1 % 2 == 0 ? 0x7E : j2 > 0x5F ? 0x20 : 0x1F;
+    out[0] = static_cast<BYTE>((j1 + 1) / 2 + rowOffset);
+    out[1] = static_cast<BYTE>(j2 + cellOffset);
+}
+
+// The common start of the conversions: false when there is nothing to convert.
+bool Begin(const char* text, int len, CBuffer& out)
+{
+    out.Empty();
+    if (text == nullptr || len < 1)
+        return false;
+    if (len > INT_MAX / 2)
+        AfxThrowMemoryException();
+    return true;
+}
+
+// What an escape sequence of ISO-2022-JP does.
+struct Designation {
+    enum Effect { None, Kanji, Katakana, Ascii } effect;
+    int length; // bytes to pass over, ESC included
+};
+
+Designation ReadDesignation(const BYTE* p, const BYTE* end)
+{
+    const auto at = [&](int i) { return end - p > i ? static_cast<int>(p[i]) : -1; };
+    switch (at(1)) {
+    case '$':
+        if (at(2) == '@' || at(2) == 'B')
+            return {Designation::Kanji, 3};
+        if (at(2) == '(' && at(3) == 'D')
+            return {Designation::Kanji, 4};
+        return {Designation::None, 1};
+    case '(':
+        switch (at(2)) {
+        case 'B':
+        case 'J':
+        case 'H':
+            return {Designation::Ascii, 3};
+        case 'I':
+            return {Designation::Katakana, 3};
+        default:
+            return {Designation::None, 1};
+        }
+    case '&':
+        // Announces the revision of the standard.
+        return at(2) == '@' ? Designation{Designation::None, 3}
+                            : Designation{Designation::Ascii, 1};
+    case 'K':
+        return {Designation::Kanji, 2};
+    case 'H':
+        return {Designation::Ascii, 2};
+    default:
+        return {Designation::Ascii, 1};
+    }
+}
+
+// Writes ISO-2022-JP into a buffer that is reserved ahead.
+class JisWriter {
+public:
+    JisWriter(CBuffer& out, int inputLength)
+        : m_out(out), m_start(reinterpret_cast<BYTE*>(out.GetBuffer(2 * inputLength))),
+          m_next(m_start), m_end(m_start + 2 * inputLength)
+    {}
+
+    enum Mode { Ascii, Kanji, Katakana };
+
+    // Makes room for `size` bytes when `rest` bytes of the input are still to come, an escape
+    // sequence not counted. Text that changes its mode all the time outgrows twice its length:
+    // then the most the rest can take is reserved.
+    void Reserve(int size, INT64 rest)
+    {
+        if (m_end - m_next >= size + kEscapeLength)
+            return;
+        const INT64 used = m_next - m_start;
+        const INT64 whole = used + size + 4 * rest + 2 * kEscapeLength;
+        if (whole > INT_MAX - 16)
+            AfxThrowMemoryException();
+        m_out.ReleaseBuffer(static_cast<int>(used));
+        m_start = reinterpret_cast<BYTE*>(m_out.GetBuffer(static_cast<int>(whole)));
+        m_next = m_start + used;
+        m_end = m_start + whole;
+    }
+
+    void SetMode(Mode mode)
+    {
+        if (m_mode == mode)
+            return;
+        static constexpr char kDesignations[][kEscapeLength + 1] = {"\x1B(B", "\x1B$B", "\x1B(I"};
+        std::memcpy(m_next, kDesignations[mode], kEscapeLength);
+        m_next += kEscapeLength;
+        m_mode = mode;
+    }
+
+    void PutPair(BYTE s1, BYTE s2)
+    {
+        PutJisPair(s1, s2, 0, m_next);
+        m_next += 2;
+    }
+    void Put(BYTE b) { *m_next++ = b; }
+    void Put(const BYTE* bytes, int size)
+    {
+        std::memcpy(m_next, bytes, static_cast<std::size_t>(size));
+        m_next += size;
+    }
+    void Finish() { m_out.ReleaseBuffer(static_cast<int>(m_next - m_start)); }
+
+private:
+    static constexpr int kEscapeLength = 3;
+
+    CBuffer& m_out;
+    BYTE* m_start;
+    BYTE* m_next;
+    BYTE* m_end;
+    Mode m_mode = Ascii;
+};
+
+} // namespace
+
+void ConvertJisToSJis(const char* text, int len, CBuffer& out)
+{
+    if (!Begin(text, len, out))
+        return;
+    const BYTE* p = reinterpret_cast<const BYTE*>(text);
+    const BYTE* const end = p + len;
+    BYTE* const start = reinterpret_cast<BYTE*>(out.GetBuffer(len));
+    BYTE* o = start;
+    bool kanji = false;
+    bool katakana = false;
+    while (p < end) {
+        const BYTE b = *p;
+        if (b == kEsc) {
+            const Designation designation = ReadDesignation(p, end);
+            p += designation.length;
+            if (designation.effect != Designation::None) {
+                kanji = designation.effect == Designation::Kanji;
+                katakana = designation.effect == Designation::Katakana;
+            }
+        } else if (b == kShiftOut || b == kShiftIn) {
+            katakana = b == kShiftOut;
+            ++p;
+        } else if (b == '\r' || b == '\n') {
+            *o++ = b;
+            ++p;
+        } else if (katakana) {
+            *o++ = static_cast<BYTE>(b | 0x80);
+            ++p;
+        } else if (kanji && end - p >= 2) {
+            PutSJisPair(p[0], p[1], o);
+            o += 2;
+            p += 2;
+        } else {
+            *o++ = b;
+            ++p;
+        }
+    }
+    out.ReleaseBuffer(static_cast<int>(o - start));
+}
+
+void ConvertSJisToJis(const char* text, int len, CBuffer& out)
+{
+    if (!Begin(text, len, out))
+        return;
+    const BYTE* p = reinterpret_cast<const BYTE*>(text);
+    const BYTE* const end = p + len;
+    JisWriter writer(out, len);
+    while (p < end) {
+        const BYTE b = *p;
+        if (b < 0x80) {
+            const int run = tlvn::AsciiRunLength(p, end);
+            writer.Reserve(run, end - p - run);
+            writer.SetMode(JisWriter::Ascii);
+            writer.Put(p, run);
+            p += run;
+            continue;
+        }
+        writer.Reserve(2, end - p);
+        if (IsSJisLead(b) && end - p >= 2 && IsSJisTrail(p[1])) {
+            writer.SetMode(JisWriter::Kanji);
+            writer.PutPair(b, p[1]);
+            p += 2;
+        } else if (IsHalfKatakana(b)) {
+            writer.SetMode(JisWriter::Katakana);
+            writer.Put(b & 0x7F);
+            ++p;
+        } else {
+            // A lead byte takes a bad trail byte along.
+            const int size = IsSJisLead(b) && end - p >= 2 ? 2 : 1;
+            writer.SetMode(JisWriter::Ascii);
+            writer.Put(p, size);
+            p += size;
+        }
+    }
+    writer.Reserve(0, 0);
+    writer.SetMode(JisWriter::Ascii);
+    writer.Finish();
+}
+
+void ConvertEucToSJis(const char* text, int len, CBuffer& out)
+{
+    if (!Begin(text, len, out))
+        return;
+    const BYTE* p = reinterpret_cast<const BYTE*>(text);
+    const BYTE* const end = p + len;
+    BYTE* const start = reinterpret_cast<BYTE*>(out.GetBuffer(len));
+    BYTE* o = start;
+    while (p < end) {
+        const BYTE b = *p;
+        if (b < 0x80) {
+            const int run = tlvn::AsciiRunLength(p, end);
+            std::memcpy(o, p, static_cast<std::size_t>(run));
+            p += run;
+            o += run;
+        } else if ((IsEucByte(b) || b == kSingleShift2) && end - p >= 2) {
+            if (b != kSingleShift2 && IsEucByte(p[1])) {
+                PutSJisPair(b - 0x80, p[1] - 0x80, o);
+                o += 2;
+            } else if (b == kSingleShift2 && IsHalfKatakana(p[1])) {
+                *o++ = p[1];
+            } else {
+                *o++ = b;
+                *o++ = p[1];
+            }
+            p += 2;
+        } else {
+            *o++ = b;
+            ++p;
+        }
+    }
+    out.ReleaseBuffer(static_cast<int>(o - start));
+}
+
+void ConvertSJisToEuc(const char* text, int len, CBuffer& out)
+{
+    if (!Begin(text, len, out))
+        return;
+    const BYTE* p = reinterpret_cast<const BYTE*>(text);
+    const BYTE* const end = p + len;
+    BYTE* const start = reinterpret_cast<BYTE*>(out.GetBuffer(2 * len));
+    BYTE* o = start;
+    while (p < end) {
+        const BYTE b = *p;
+        if (b < 0x80) {
+            const int run = tlvn::AsciiRunLength(p, end);
+            std::memcpy(o, p, static_cast<std::size_t>(run));
+            p += run;
+            o += run;
+        } else if (IsSJisLead(b) && end - p >= 2) {
+            if (IsSJisTrail(p[1])) {
+                PutJisPair(b, p[1], 0x80, o);
+            } else {
+                o[0] = b;
+                o[1] = p[1];
+            }
+            o += 2;
+            p += 2;
+        } else {
+            if (IsHalfKatakana(b))
+                *o++ = kSingleShift2;
+            *o++ = b;
+            ++p;
+        }
+    }
+    out.ReleaseBuffer(static_cast<int>(o - start));
+}
