@@ -4,7 +4,7 @@
 // catcher with Delete(). The message is a Japanese sentence in the multibyte code page.
 //
 //   try {
-//       file.Open...
+//       buffer.Add(data, length);
 //   } catch (CException* e) {
 //       char text[512];
 //       e->GetErrorMessage(text, sizeof(text));
@@ -56,8 +56,6 @@ class TLVN_API CMemoryException : public CSimpleException {
     DECLARE_DYNAMIC(CMemoryException)
 public:
     explicit CMemoryException(BOOL autoDelete = TRUE);
-    // Short enough to work without the string table's conversion, which needs memory.
-    BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr) override;
 };
 
 // A request the object does not support.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "framework/string.h"
+#include "platform/file.h"
 
 // The failure of an operation on a file. The members are the caller's to read and set.
 class TLVN_API CFileException : public CException {
@@ -68,3 +69,10 @@ public:
 [[noreturn]] TLVN_API void AfxThrowFileException(int cause, LONG osError = -1,
                                                  const char* fileName = nullptr);
 [[noreturn]] TLVN_API void AfxThrowArchiveException(int cause, const char* fileName = nullptr);
+
+namespace tlvn {
+
+// The CFileException cause for a failure of the platform's file operations.
+TLVN_API int FileCause(FileError error);
+
+} // namespace tlvn

@@ -8,11 +8,13 @@
 // %s and %c take the format's own width of text, %S and %C the other one; h (narrow) and l or w
 // (wide) before any of the four decide outright. Text of the other width is converted by the
 // multibyte code page. A null text is "(null)". The precision of a text counts bytes or units of
-// the argument; a narrow one is not cut inside a double-byte character. %lc and %lu take a 32-bit
-// value as everywhere on Windows: the size l is that of a C++ long on the system at hand.
+// the argument; a narrow one is not cut inside a double-byte character.
 //
-// The decimal point is '.'. A percent sign with an unknown type stands for itself. %n is not
-// supported and writes nothing.
+// The sizes are those of Windows on every system: l is the 32 bits of a LONG or DWORD,
+// I64 and ll 64 bits, %p is as many upper-case hexadecimal digits as a pointer has.
+//
+// The decimal point is '.', an exponent has two digits or more. A directive of an unknown type
+// stands for itself. %n takes its argument and writes nothing.
 
 #pragma once
 

@@ -13,6 +13,8 @@
 
 #include "platform/types.h"
 
+#include <array>
+
 namespace tlvn {
 
 // 932, 936, 949 or 950, or a page without double-byte characters.
@@ -22,7 +24,7 @@ TLVN_API void SetMultibytePage(UINT codePage) noexcept;
 
 namespace detail {
 // Bit 0: lead byte, bit 1: trail byte of the page in force.
-TLVN_API extern BYTE g_multibyteClass[256];
+TLVN_API extern std::array<BYTE, 256> g_multibyteClass;
 } // namespace detail
 
 inline bool IsLeadByte(char c) noexcept
@@ -57,12 +59,18 @@ constexpr bool IsSpace(char c) noexcept
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
-constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+constexpr bool IsDigit(char c) noexcept
+{
+    return c >= '0' && c <= '9';
+}
 constexpr bool IsAlpha(char c) noexcept
 {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
-constexpr bool IsAlnum(char c) noexcept { return IsDigit(c) || IsAlpha(c); }
+constexpr bool IsAlnum(char c) noexcept
+{
+    return IsDigit(c) || IsAlpha(c);
+}
 constexpr char ToLowerAscii(char c) noexcept
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;

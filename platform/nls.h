@@ -58,7 +58,16 @@ TLVN_API bool IsDefinedCharacter(WCHAR c);
 TLVN_API WCHAR ToLowerW(WCHAR c);
 TLVN_API WCHAR ToUpperW(WCHAR c);
 // White space: U+0009-000D, 0020, 0085, 00A0, 1680, 2000-200A, 2028, 2029, 202F, 205F, 3000.
-TLVN_API bool IsSpaceW(WCHAR c);
+constexpr bool IsSpaceW(WCHAR c)
+{
+    if (c < 0x80)
+        return c == ' ' || (c >= '\t' && c <= '\r');
+    if (c < 0x1680)
+        return c == 0x85 || c == 0xA0;
+    if (c >= 0x2000 && c <= 0x205F)
+        return c <= 0x200A || c == 0x2028 || c == 0x2029 || c == 0x202F || c == 0x205F;
+    return c == 0x3000 || c == 0x1680;
+}
 
 // Compares two texts of the multibyte code page in the order of the user's locale: below,
 // equal to or above 0.
