@@ -1,0 +1,170 @@
+#include "charcode/charset.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr CodeType kTypes[] = {
+    CT_SJIS,      CT_JIS,       CT_EUC,       CT_ASCII,     CT_GB2312,    CT_BIG5,
+    CT_KSC5601,   CT_EUCKR,     CT_KOI8R,     CT_ISO8859_1, CT_ISO8859_2, CT_ISO8859_4,
+    CT_ISO8859_5, CT_ISO8859_7, CT_ISO8859_9, CT_WIN1250,   CT_WIN1251,   CT_WIN1252,
+    CT_WIN1253,   CT_WIN1254,   CT_WIN1257,   CT_UTF8,      CT_UTF7,
+};
+
+} // namespace
+
+// Aliases and case lead to the type; what the table does not hold is JIS, or unknown exactly.
+TEST(CharSet, FindsTypesByName)
+{
+    const struct {
+        const char* name;
+        CodeType exact;
+        CodeType read;
+    } cases[] = {
+        {"x-sjis", CT_SJIS, CT_SJIS},
+        {"SHIFT_JIS", CT_SJIS, CT_SJIS},
+        {"shift-jis", CT_SJIS, CT_SJIS},
+        {"utf8", CT_UTF8, CT_UTF8},
+        {"ks_c_5601", CT_KSC5601, CT_KSC5601},
+        {"ascii", CT_ASCII, CT_ASCII},
+        {"ISO-8859-15", CT_UNKNOWN, CT_JIS},
+        {"ISO-8859", CT_UNKNOWN, CT_JIS},
+        {"", CT_UNKNOWN, CT_JIS},
+        {nullptr, CT_UNKNOWN, CT_JIS},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(CharSetName2CodeExact(c.name), c.exact);
+        EXPECT_EQ(CharSetName2Code(c.name), c.read);
+    }
+}
+
+// Every row is found by its own name, has its columns, and a page that converts; the types
+// without a row have the defaults.
+TEST(CharSet, GivesTheColumnsOfATypesRow)
+{
+    for (const CodeType t : kTypes) {
+        const char* const name = CharSetCode2Name(t);
+        ASSERT_NE(name, nullptr) << t;
+        EXPECT_EQ(CharSetName2CodeExact(name), t);
+        EXPECT_TRUE(tlvn::IsCodePageKnown(CharSetCode2CodePage(t))) << t;
+    }
+    const struct {
+        CodeType t;
+        int font;
+        LCID locale;
+        UINT page;
+        UINT page2;
+    } cases[] = {
+        {CT_SJIS, 128, 1041, 932, 932},
+        {CT_JIS, 128, 1041, 932, 50220},
+        {CT_EUC, 128, 1041, 932, 51932},
+        {CT_GB2312, 134, 2052, 936, 936},
+        {CT_BIG5, 136, 1028, 950, 950},
+        {CT_KSC5601, 129, 1042, 949, 949},
+        {CT_EUCKR, 129, 1042, 51949, 51949},
+        {CT_KOI8R, 204, 1049, 20866, 20866},
+        {CT_ISO8859_4, 186, 1024, 28594, 28594},
+        {CT_ISO8859_7, 161, 1032, 28597, 28597},
+        {CT_WIN1257, 186, 1024, 1257, 1257},
+        {CT_UTF8, 1, 1024, 65001, 65001},
+        {CT_UTF7, 1, 1024, 65000, 65000},
+        {CT_UNICODE, 128, 0, 0, 0},
+        {CT_UNKNOWN, 128, 0, 0, 0},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(CharSetCode2FontCharSet(c.t), c.font) << c.t;
+        EXPECT_EQ(CharSetCode2LCID(c.t), c.locale) << c.t;
+        EXPECT_EQ(CharSetCode2CodePage(c.t), c.page) << c.t;
+        EXPECT_EQ(CharSetCode2CodePage2(c.t), c.page2) << c.t;
+    }
+    EXPECT_EQ(CharSetCode2CodePage(CT_ASCII), 932u);
+    EXPECT_EQ(CharSetCode2FontCharSet(CT_ASCII), 128);
+    EXPECT_EQ(CharSetCode2Name(CT_UNICODE), nullptr);
+    EXPECT_EQ(CharSetCode2Name(CT_UNKNOWN), nullptr);
+}
+
+TEST(CharSet, NormalisesNames)
+{
+    const struct {
+        const char* name;
+        const char* reformed;
+    } cases[] = {{"x-sjis", "Shift_JIS"}, {"utf8", "UTF-8"}, {"X-Other", "X-Other"}, {"", ""}};
+    for (const auto& c : cases) {
+        CStringA name = c.name;
+        EXPECT_STREQ(ReformCharSet(name), c.reformed);
+        EXPECT_STREQ(name, c.reformed);
+    }
+    CStringA encoding = "Quoted-Printable";
+    EXPECT_STREQ(ReformEncoding(encoding), "quoted-printable");
+}
+
+TEST(CodeTypeForms, EditAndSendForms)
+{
+    const struct {
+        CodeType save, edit, send; // send: the edit form's default
+    } cases[] = {
+        {CT_JIS, CT_SJIS, CT_JIS},
+        {CT_EUC, CT_SJIS, CT_JIS},
+        {CT_SJIS, CT_SJIS, CT_JIS},
+        {CT_EUCKR, CT_KSC5601, CT_KSC5601},
+        {CT_KOI8R, CT_WIN1251, CT_ISO8859_5}, // not sent back as KOI8-R
+        {CT_ISO8859_1, CT_WIN1252, CT_ISO8859_1},
+        {CT_ISO8859_2, CT_WIN1250, CT_ISO8859_2},
+        {CT_ISO8859_4, CT_WIN1257, CT_ISO8859_4},
+        {CT_ISO8859_5, CT_WIN1251, CT_ISO8859_5},
+        {CT_ISO8859_7, CT_WIN1253, CT_ISO8859_7},
+        {CT_ISO8859_9, CT_WIN1254, CT_ISO8859_9},
+        {CT_UTF7, CT_UNICODE, CT_UTF8},
+        {CT_UTF8, CT_UNICODE, CT_UTF8},
+        {CT_ASCII, CT_ASCII, CT_ASCII},
+        {CT_GB2312, CT_GB2312, CT_GB2312},
+        {CT_BIG5, CT_BIG5, CT_BIG5},
+        {CT_UNKNOWN, CT_UNKNOWN, CT_UNKNOWN},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(CodeTypeSave2Edit(c.save), c.edit) << c.save;
+        EXPECT_EQ(CodeType2DefSend(c.edit), c.send) << c.save;
+    }
+    EXPECT_EQ(CodeType2DefSend(CT_UTF7), CT_UTF7);
+}
+
+// The rules are tried in order: equal edit forms before Unicode, Unicode before ASCII.
+TEST(CodeTypeForms, OneTypeForTwoTexts)
+{
+    const struct {
+        CodeType a, b, expected;
+    } cases[] = {
+        {CT_ASCII, CT_SJIS, CT_SJIS},   {CT_SJIS, CT_GB2312, CT_UTF8},
+        {CT_JIS, CT_SJIS, CT_JIS},      {CT_SJIS, CT_JIS, CT_JIS},
+        {CT_JIS, CT_EUC, CT_JIS},       {CT_UNICODE, CT_ASCII, CT_UTF8},
+        {CT_UNICODE, CT_UTF7, CT_UTF7}, {CT_UTF8, CT_UNICODE, CT_UTF8},
+        {CT_UTF7, CT_SJIS, CT_UTF7},    {CT_UNKNOWN, CT_ASCII, CT_ASCII},
+        {CT_SJIS, CT_UNKNOWN, CT_SJIS}, {CT_KOI8R, CT_ASCII, CT_KOI8R},
+        {CT_UNKNOWN, CT_UTF8, CT_UTF8}, {CT_BIG5, CT_BIG5, CT_BIG5},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(GetPriorCodeType(c.a, c.b), c.expected) << c.a << ' ' << c.b;
+
+    EXPECT_TRUE(IsPriorCodeType(CT_UNKNOWN, CT_ASCII));
+    EXPECT_TRUE(IsPriorCodeType(CT_ASCII, CT_JIS));
+    EXPECT_FALSE(IsPriorCodeType(CT_ASCII, CT_ASCII));
+    EXPECT_FALSE(IsPriorCodeType(CT_ASCII, CT_UNKNOWN));
+    EXPECT_FALSE(IsPriorCodeType(CT_UNKNOWN, CT_UNKNOWN));
+    EXPECT_FALSE(IsPriorCodeType(CT_JIS, CT_UTF8));
+
+    CBuffer text("\x82\xA0");
+    ConvToPriorCodeType(CT_JIS, CT_UTF8, text); // held as Shift_JIS, then as UTF-16
+    EXPECT_EQ(text, CBuffer("\x42\x30"));
+}
+
+TEST(CodeTypeForms, EncodingAndColumns)
+{
+    EXPECT_STREQ(GetDefaultSendEncoding(0, 1, CT_ASCII), "base64");
+    EXPECT_STREQ(GetDefaultSendEncoding(1, 0, CT_JIS), "base64");
+    EXPECT_STREQ(GetDefaultSendEncoding(1, 1, CT_UTF7), "7bit");
+    EXPECT_STREQ(GetDefaultSendEncoding(1, 1, CT_UTF8), "8bit");
+    EXPECT_EQ(AsciiByte2Column(6, CT_UNICODE), 3);
+    EXPECT_EQ(AsciiByte2Column(6, CT_SJIS), 6);
+    EXPECT_EQ(GetCodeType("", "\x82\xA0", 2), CT_SJIS);
+    EXPECT_EQ(GetCodeType("unheard-of", "\x82\xA0", 2), CT_JIS);
+}

@@ -1,0 +1,176 @@
+#include "charcode/detect.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+CodeType Detect(const std::string& text)
+{
+    return DetectCodeType(text.c_str(), static_cast<int>(text.size()));
+}
+
+} // namespace
+
+// Each row is a branch of the scan.
+TEST(DetectCodeType, DecidesByTheFirstTellingByte)
+{
+    const struct {
+        std::string text;
+        CodeType expected;
+    } cases[] = {
+        {"", CT_ASCII},
+        {"plain\r\n", CT_ASCII},
+        {"\x80\xA0\xFF", CT_ASCII},
+        {"\x1B$B", CT_JIS},
+        {"\x1B$@", CT_JIS},
+        {"\x1B$A", CT_ASCII},
+        {"\x1B(B", CT_JIS},
+        {"\x1B(I", CT_JIS},
+        {"\x1B(X", CT_ASCII},
+        {"\x1BK", CT_JIS},
+        {"\x1BH", CT_JIS},
+        {"\x1BX", CT_ASCII},
+        {"\x1B", CT_ASCII},
+        {"\x81 \x1B$B", CT_SJIS}, // decided before the escape sequence
+        {"\x1B$B\x82\xA0", CT_JIS},
+        {"\xA4\xA2", CT_EUC}, // undecided at the end
+        {"\x82\xA0", CT_SJIS},
+        {"\xB1\xB2", CT_EUC},
+        {"\xB1\xB2\x82\xA0", CT_SJIS},
+        {"\xF0", CT_EUC},
+        {"\x8E\xB1", CT_EUC},
+        {"\x8E\x41", CT_SJIS},
+        {"\x8E\x7F", CT_ASCII},
+        {"\xB1\xF0", CT_EUC},
+        {"\xB1 ", CT_ASCII},
+        {"\xE0\x40", CT_SJIS},
+        {"\xE0\xA0", CT_SJIS},
+        {"\xE0\xA1", CT_EUC},
+        {"\xE0\xA1\x82", CT_SJIS},
+        {"\xE0\xFD", CT_EUC},
+        {"\xE0\x7F", CT_ASCII},
+        {"\xB1\xE0\x81", CT_SJIS}, // the run behind A1-DF, E0-EF
+        {"\xB1\xE0\x8E\xFD", CT_EUC},
+        {"\xB1\xE0\xA1\xA1 \x82", CT_SJIS}, // ended by the blank, undecided
+        {"\xB1\xE0 \xF0", CT_EUC},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Detect(c.text), c.expected) << testing::PrintToString(c.text);
+}
+
+TEST(DetectCodeType, LooksAt1024Bytes)
+{
+    EXPECT_EQ(Detect(std::string(1023, 'a') + "\x82\xA0"), CT_SJIS);
+    EXPECT_EQ(Detect(std::string(1024, 'a') + "\x82\xA0"), CT_ASCII);
+    // A sequence that begins inside may be read to its end.
+    EXPECT_EQ(Detect(std::string(1023, 'a') + "\x1B$B"), CT_JIS);
+    EXPECT_EQ(Detect("\xB1\xE0" + std::string(1022, '\xA1') + "\x82"), CT_EUC);
+    EXPECT_EQ(DetectCodeType(nullptr, 5), CT_ASCII);
+    // Nothing behind the length is read as text.
+    EXPECT_EQ(DetectCodeType("\x1B$B", 2), CT_ASCII);
+}
+
+TEST(IsUtf8, NeedsWholeSequences)
+{
+    const struct {
+        std::string text;
+        int expected;
+    } cases[] = {
+        {"ascii", 0},
+        {"", 0},
+        {"\xE3\x81\x82", 1},
+        {"\xE3\x81", 0},
+        {"a\xC3\xA9z", 1},
+        {"\xC3z", 0},
+        {"\x80", 0},
+        {"\xFE\x80\x80\x80\x80\x80\x80", 0},
+        {"\xF8\x80\x80\x80\x80", 1},
+        {"\xFC\x80\x80\x80\x80\x80", 1},
+        {"\xFC\x80\x80\x80\x80", 0},
+        {"\xC0\x80", 1},     // overlong
+        {"\xED\xA0\x80", 1}, // surrogate
+        {std::string(40, 'a') + "\xE3\x81\x82" + std::string(40, 'a') + "\x82", 0},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(IsUTF8(c.text.data(), static_cast<int>(c.text.size())), c.expected);
+}
+
+TEST(DetectCodeType2, TriesUtf8AndUtf16First)
+{
+    EXPECT_EQ(DetectCodeType2(nullptr, 3), CT_ASCII);
+    EXPECT_EQ(DetectCodeType2("abc", 0), CT_ASCII);
+    EXPECT_EQ(DetectCodeType2("\xE3\x81\x82", 3), CT_UTF8);
+    EXPECT_EQ(DetectCodeType2("\x42\x30\x44\x30", 4), CT_UNICODE);
+    EXPECT_EQ(DetectCodeType2("a", 1), CT_ASCII); // no whole unit
+    EXPECT_EQ(DetectCodeType2("Hello, world", 12), CT_ASCII);
+    EXPECT_EQ(DetectCodeType2("\x82\xA0\x82\xA2", 4), CT_SJIS);
+    // A unit that Shift_JIS lacks, far from the beginning.
+    std::string utf16;
+    for (int i = 0; i < 1000; ++i)
+        utf16 += "\x42\x30";
+    EXPECT_EQ(DetectCodeType2(utf16.data(), 2000), CT_UNICODE);
+    utf16.replace(1996, 2, "\xE9\x01");
+    EXPECT_NE(DetectCodeType2(utf16.data(), 2000), CT_UNICODE);
+}
+
+TEST(DetectCodeType3, ChecksTheHint)
+{
+    const struct {
+        std::string text;
+        CodeType hint;
+        CodeType expected;
+    } cases[] = {
+        {"\x82\xA0", CT_SJIS, CT_SJIS},
+        {"\x82\xA0", CT_UNKNOWN, CT_SJIS},
+        {"\x1B$B\x24\x22\x1B(B", CT_SJIS, CT_JIS}, // said Shift_JIS, is ISO-2022-JP
+        {"\x1B$B\x24\x22\x1B(B", CT_EUC, CT_JIS},
+        {"\xE3\x81\x82", CT_UTF8, CT_UTF8},
+        {"\x82\xA0", CT_UTF8, CT_SJIS}, // not UTF-8
+        {"\xA4\xA2", CT_EUC, CT_EUC},
+        {"\x82\xA0\xFF", CT_SJIS, CT_SJIS}, // not valid, but detected again
+        {"\x42\x30", CT_UNICODE, CT_UNICODE},
+        {"\x42\x30\x82", CT_UNICODE, CT_SJIS}, // odd length
+        {"caf\xE9", CT_ISO8859_1, CT_ISO8859_1},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(DetectCodeType3(c.text.data(), static_cast<int>(c.text.size()), c.hint),
+                  c.expected)
+            << testing::PrintToString(c.text);
+}
+
+TEST(DetectUnicode, NarrowCodeOfUtf16)
+{
+    const WCHAR kanaFirst[] = {'a', 0x3042, 0xAC00};
+    const WCHAR hangulFirst[] = {0x4E00, 0xAC00, 0x3042};
+    const WCHAR neither[] = {'a', 0x4E00};
+    EXPECT_EQ(DetectUnicodeCodeType(kanaFirst, 3, CT_BIG5), CT_SJIS);
+    EXPECT_EQ(DetectUnicodeCodeType(hangulFirst, 3, CT_BIG5), CT_KSC5601);
+    EXPECT_EQ(DetectUnicodeCodeType(neither, 2, CT_BIG5), CT_BIG5);
+    EXPECT_EQ(DetectUnicodeCodeType(kanaFirst, 0, CT_BIG5), CT_BIG5);
+    for (const WCHAR c : {WCHAR{0x3040}, WCHAR{0x30FF}})
+        EXPECT_EQ(DetectUnicodeCodeType(&c, 1, CT_UNKNOWN), CT_SJIS);
+    for (const WCHAR c :
+         {WCHAR{0x3130}, WCHAR{0x318F}, WCHAR{0x1100}, WCHAR{0x11FF}, WCHAR{0xD7A3}})
+        EXPECT_EQ(DetectUnicodeCodeType(&c, 1, CT_UNKNOWN), CT_KSC5601);
+    for (const WCHAR c : {WCHAR{0x303F}, WCHAR{0x3100}, WCHAR{0x1200}, WCHAR{0xD7A4}})
+        EXPECT_EQ(DetectUnicodeCodeType(&c, 1, CT_UNKNOWN), CT_UNKNOWN);
+}
+
+TEST(DetectUnicode, DeliversTheBytes)
+{
+    const WCHAR ascii[] = {'a', 'b'};
+    const WCHAR kana[] = {'a', 0x3042};
+    const WCHAR accented[] = {'a', 0x00E9};
+    CBuffer out("left over");
+    EXPECT_EQ(DetectUnicodeCodeType2(ascii, 2, &out), CT_ASCII);
+    EXPECT_EQ(out, CBuffer("ab"));
+    EXPECT_EQ(DetectUnicodeCodeType2(kana, 2, &out), CT_SJIS);
+    EXPECT_EQ(out, CBuffer("a\x82\xA0"));
+    EXPECT_EQ(DetectUnicodeCodeType2(accented, 2, &out), CT_UNICODE);
+    EXPECT_EQ(out.GetLength(), 4);
+    EXPECT_EQ(DetectUnicodeCodeType2(accented, 2, nullptr), CT_UNICODE);
+    EXPECT_EQ(DetectUnicodeCodeType2(accented, 0, &out), CT_ASCII);
+    EXPECT_TRUE(out.IsEmpty());
+}

@@ -1,0 +1,273 @@
+#include "platform/ascii_run.h"
+#include "platform/multibyte.h"
+#include "platform/nls.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <map>
+#include <random>
+
+using namespace tlvn;
+
+namespace {
+
+WString Wide(UINT page, std::string_view text, int expected)
+{
+    WString units;
+    EXPECT_EQ(ConvertToUtf16(page, text, units), expected) << page;
+    return units;
+}
+
+std::string Bytes(UINT page, WStringView text, int expected, char replacement = '?')
+{
+    std::string bytes;
+    EXPECT_EQ(ConvertFromUtf16(page, text, bytes, replacement), expected) << page;
+    return bytes;
+}
+
+unsigned Below(std::mt19937& random, unsigned limit)
+{
+    return static_cast<unsigned>(random() % limit);
+}
+
+// Position of a code in the order of preference, by the parts of code page 932.
+int Preference(int code)
+{
+    const int lead = code >> 8;
+    if (lead == 0x87)
+        return 1;
+    if (lead >= 0xFA)
+        return 2;
+    return lead == 0xED || lead == 0xEE ? 3 : 0;
+}
+
+} // namespace
+
+// All double-byte codes: what decodes encodes again, and to the preferred code among those that
+// decode alike. Catches a wrong table, a wrong preference, and best fit creeping in.
+TEST(CodePage932, EncodesEveryDecodedUnitToThePreferredCode)
+{
+    std::map<WCHAR, int> preferred;
+    int codes = 0;
+    for (int code = 0x8100; code < 0x10000; ++code) {
+        const std::string text{static_cast<char>(code >> 8), static_cast<char>(code)};
+        WString units;
+        if (ConvertToUtf16(932, text, units) != kConverted || units.size() != 1)
+            continue;
+        ++codes;
+        const auto [found, added] = preferred.try_emplace(units[0], code);
+        if (!added && Preference(code) < Preference(found->second))
+            found->second = code;
+    }
+    EXPECT_EQ(codes, 6879 + 83 + 374 + 388 + 1880); // JIS X 0208, NEC, NEC-selected, IBM, user
+    for (const auto& [unit, code] : preferred) {
+        const std::string text{static_cast<char>(code >> 8), static_cast<char>(code)};
+        ASSERT_EQ(Bytes(932, WStringView(&unit, 1), kConverted), text) << std::hex << code;
+    }
+}
+
+// The units over which codecs of this page disagree.
+TEST(CodePage932, FollowsWindowsWhereCodecsDiffer)
+{
+    const struct {
+        WCHAR unit;
+        const char* bytes; // null: no code
+    } cases[] = {
+        {0xFFE0, "\x81\x91"}, {0xFFE1, "\x81\x92"}, {0xFFE2, "\x81\xCA"}, {0x2225, "\x81\x61"},
+        {0xFF0D, "\x81\x7C"}, {0xFF5E, "\x81\x60"}, {0x2170, "\xFA\x40"}, {0x2160, "\x87\x54"},
+        {0x222A, "\x81\xBE"}, {0x2252, "\x81\xE0"}, {0xE000, "\xF0\x40"}, {0xE757, "\xF9\xFC"},
+        {0x0080, "\x80"},     {0xFF61, "\xA1"},     {0x00A2, nullptr},    {0x00A3, nullptr},
+        {0x00AC, nullptr},    {0x2016, nullptr},    {0x2212, nullptr},    {0x301C, nullptr},
+        {0x00A9, nullptr},    {0xE758, nullptr},    {0xD83D, nullptr},
+    };
+    for (const auto& c : cases) {
+        const WStringView unit(&c.unit, 1);
+        const int result = c.bytes != nullptr ? kConverted : kConvertedWithLoss;
+        EXPECT_EQ(Bytes(932, unit, result), c.bytes != nullptr ? c.bytes : "?")
+            << std::hex << unsigned{c.unit};
+    }
+}
+
+// A bad trail byte goes with its lead byte, except a zero; a lead byte at the end stands alone.
+TEST(CodePage932, DecodesMalformedTextAsLoss)
+{
+    EXPECT_EQ(Wide(932, "a\x82", kConvertedWithLoss), TW("a\x30FB"));
+    EXPECT_EQ(Wide(932, "\x82\x20z", kConvertedWithLoss), TW("\x30FBz"));
+    EXPECT_EQ(Wide(932, std::string_view("\x82\0z", 3), kConvertedWithLoss),
+              WString({0x30FB, 0, 'z'}));
+    EXPECT_EQ(Wide(932, "\xA0\xFD\xFF", kConvertedWithLoss), WString({0xF8F0, 0xF8F1, 0xF8F3}));
+    EXPECT_EQ(Wide(932, "\x81\x45", kConverted), WString({0x30FB})); // the character itself
+}
+
+TEST(CodePage, ReplacesOrDropsEachUnitThatHasNoCode)
+{
+    const WString text = {'a', 0xD83D, 0xDE00, 'b', 0x00E9};
+    EXPECT_EQ(Bytes(932, text, kConvertedWithLoss), "a??b?");
+    EXPECT_EQ(Bytes(932, text, kConvertedWithLoss, '\0'), "ab");
+    EXPECT_EQ(Bytes(1251, text, kConvertedWithLoss, '_'), "a__b_");
+    EXPECT_EQ(Bytes(1252, text, kConvertedWithLoss, '\0'), "ab\xE9");
+    for (const UINT page : {936u, 949u, 950u}) {
+        EXPECT_EQ(Bytes(page, WStringView(text).substr(0, 4), kConvertedWithLoss), "a??b") << page;
+        EXPECT_EQ(Bytes(page, WStringView(text).substr(0, 4), kConvertedWithLoss, '\0'), "ab")
+            << page;
+    }
+}
+
+// One row for each page: the character that only this page has at that place.
+TEST(CodePage, KnowsEachPage)
+{
+    const struct {
+        UINT page;
+        const char* bytes;
+        WCHAR unit;
+    } cases[] = {
+        {1250, "\xA3", 0x0141},    {1251, "\xC6", 0x0416},      {1252, "\x80", 0x20AC},
+        {1253, "\xA2", 0x0386},    {1254, "\xDE", 0x015E},      {1257, "\xC0", 0x0104},
+        {28591, "\x85", 0x0085},   {28592, "\xA1", 0x0104},     {28594, "\xA2", 0x0138},
+        {28595, "\xB6", 0x0416},   {28597, "\xB6", 0x0386},     {28599, "\xFD", 0x0131},
+        {20866, "\xF6", 0x0416},   {936, "\xB0\xA1", 0x554A},   {949, "\xB0\xA1", 0xAC00},
+        {950, "\xA4\x40", 0x4E00}, {51949, "\xB0\xA1", 0xAC00}, {65001, "\xC3\xA9", 0x00E9},
+        {932, "\x88\x9F", 0x4E9C},
+    };
+    for (const auto& c : cases) {
+        EXPECT_TRUE(IsCodePageKnown(c.page)) << c.page;
+        EXPECT_EQ(Wide(c.page, c.bytes, kConverted), WString(1, c.unit)) << c.page;
+        EXPECT_EQ(Bytes(c.page, WStringView(&c.unit, 1), kConverted), c.bytes) << c.page;
+    }
+    EXPECT_EQ(Bytes(20127, WString{0x00E9}, kConvertedWithLoss), "?");
+    EXPECT_EQ(Wide(20127, "a\xE9", kConvertedWithLoss), TW("ai"));
+    EXPECT_EQ(Bytes(65000, WString{'a', 0x3042, 'b'}, kConverted), "a+MEI-b");
+    EXPECT_EQ(Wide(65000, "a+MEI-b", kConverted), (WString{'a', 0x3042, 'b'}));
+
+    WString units = TW("old");
+    EXPECT_EQ(ConvertToUtf16(12345, "x", units), kUnknownCodePage);
+    EXPECT_TRUE(units.empty());
+    EXPECT_FALSE(IsCodePageKnown(50220));
+}
+
+// Each byte of the single-byte pages comes back from its unit, unless it is a hole.
+TEST(CodePage, SingleByteTextSurvivesTheRoundTrip)
+{
+    for (const UINT page : {1250u, 1251u, 1252u, 1253u, 1254u, 1257u, 20866u, 28591u, 28592u,
+                            28594u, 28595u, 28597u, 28599u}) {
+        for (int byte = 0; byte < 256; ++byte) {
+            const std::string text(1, static_cast<char>(byte));
+            WString units;
+            ConvertToUtf16(page, text, units);
+            EXPECT_EQ(Bytes(page, units, kConverted), text) << page << ' ' << byte;
+        }
+    }
+}
+
+// One U+FFFD for each maximal part of a sequence, as Table 3-8 of the Unicode Standard.
+TEST(Utf8, ReplacesMaximalParts)
+{
+    const struct {
+        const char* bytes;
+        WString units;
+    } cases[] = {
+        {"\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41",
+         {0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 'A'}},
+        {"\xED\xA0\x80\xED\xBF\xBF\xED\xAF\x41",
+         {0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 'A'}},
+        {"\xF4\x91\x92\x93\xFF\x41\x80\xBF\x42",
+         {0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 'A', 0xFFFD, 0xFFFD, 'B'}},
+        {"\xE1\x80\xE2\xF0\x91\x92\xF1\xBF\x41", {0xFFFD, 0xFFFD, 0xFFFD, 0xFFFD, 'A'}},
+        {"\xE3\x81", {0xFFFD}},
+        {"\xF0\x9F\x98", {0xFFFD}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Wide(65001, c.bytes, kConvertedWithLoss), c.units);
+    EXPECT_EQ(Wide(65001, "\xF4\x8F\xBF\xBF", kConverted), (WString{0xDBFF, 0xDFFF}));
+}
+
+TEST(Utf8, EncodesLoneSurrogatesAsTheReplacementCharacter)
+{
+    const WString text = {0xD800, 'a', 0xDC00, 0xD83D, 0xDE00, 0xD83D};
+    EXPECT_EQ(Bytes(65001, text, kConvertedWithLoss), "\xEF\xBF\xBD"
+                                                      "a\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBD");
+    EXPECT_EQ(Bytes(65001, text, kConvertedWithLoss, '\0'), "a\xF0\x9F\x98\x80");
+}
+
+// Runs of every length around the block size, with the first other character at every place:
+// a run that stops early or late, or writes where it should not.
+TEST(AsciiRun, StopsAtTheFirstOtherCharacter)
+{
+    for (int length = 0; length <= 50; ++length) {
+        for (int other = 0; other <= length; ++other) {
+            std::vector<BYTE> bytes(static_cast<std::size_t>(length), 'x');
+            std::vector<WCHAR> units(bytes.begin(), bytes.end());
+            if (other < length) {
+                bytes[static_cast<std::size_t>(other)] = 0x80;
+                units[static_cast<std::size_t>(other)] = other % 2 == 0 ? 0x8000 : 0x0080;
+            }
+            std::vector<WCHAR> wide(bytes.size());
+            std::vector<BYTE> narrow(bytes.size());
+            ASSERT_EQ(AsciiRunLength(bytes.data(), bytes.data() + length), other);
+            ASSERT_EQ(WidenAscii(bytes.data(), bytes.data() + length, wide.data()), other);
+            ASSERT_EQ(NarrowAscii(units.data(), units.data() + length, narrow.data()), other);
+            for (std::size_t i = 0; i < static_cast<std::size_t>(other); ++i) {
+                ASSERT_EQ(wide[i], 'x');
+                ASSERT_EQ(narrow[i], 'x');
+            }
+        }
+    }
+}
+
+// Whole texts equal the conversions of their characters one by one: state or an index that
+// leaks from one character into the next.
+TEST(CodePage, ConvertsATextLikeItsCharacters)
+{
+    std::mt19937 random(1);
+    for (const UINT page : {932u, 1251u, 65001u}) {
+        for (int round = 0; round < 300; ++round) {
+            WString text;
+            std::string expected;
+            for (unsigned left = Below(random, 100); left > 0; --left) {
+                const bool ascii = Below(random, 3) != 0;
+                const WCHAR unit = static_cast<WCHAR>(Below(random, ascii ? 0x80 : 0xD800));
+                std::string one;
+                ConvertFromUtf16(page, WStringView(&unit, 1), one);
+                text += unit;
+                expected += one;
+            }
+            std::string bytes;
+            const int result = ConvertFromUtf16(page, text, bytes);
+            ASSERT_EQ(bytes, expected);
+            WString back;
+            ConvertToUtf16(page, bytes, back);
+            if (result == kConverted) {
+                ASSERT_EQ(back, text);
+            }
+        }
+    }
+}
+
+// The raw forms refuse storage that could turn out too small, and say how much they wrote.
+TEST(CodePage, RawFormsCheckTheCapacity)
+{
+    const char text[] = "\x82\xA0z";
+    std::array<WCHAR, 3> units;
+    int written = -1;
+    EXPECT_EQ(ConvertToUtf16(932, text, 3, units.data(), 2, written), kUnknownCodePage);
+    EXPECT_EQ(written, 0);
+    EXPECT_EQ(ConvertToUtf16(932, text, 3, units.data(), 3, written), kConverted);
+    EXPECT_EQ(WString(units.data(), static_cast<std::size_t>(written)), (WString{0x3042, 'z'}));
+    std::array<char, 6> bytes;
+    EXPECT_EQ(ConvertFromUtf16(65001, units.data(), 2, bytes.data(), 5, written), kUnknownCodePage);
+    EXPECT_EQ(ConvertFromUtf16(65001, units.data(), 2, bytes.data(), 6, written), kConverted);
+    EXPECT_EQ(std::string(bytes.data(), static_cast<std::size_t>(written)), "\xE3\x81\x82z");
+    EXPECT_EQ(MaxNarrowLength(65001, 0x7FFFFFFF), INT64{0x7FFFFFFF} * 3);
+}
+
+TEST(CodePage, WidensByTheMultibytePage)
+{
+    const UINT before = GetMultibytePage();
+    SetMultibytePage(932);
+    EXPECT_EQ(WidenText("\x82\xA0"), WString{0x3042});
+    EXPECT_EQ(NarrowText(WString{0x3042, 0x00E9}), "\x82\xA0?");
+    SetMultibytePage(949);
+    EXPECT_EQ(WidenText("\xB0\xA1"), WString{0xAC00});
+    SetMultibytePage(before);
+}
