@@ -1,0 +1,116 @@
+// tolvan-show: prints one mail.
+//
+//   tolvan-show [--json] [--svg OUT] FILE.eml
+//
+// Output is UTF-8 on every system. The exit status is 0, also for a mail that breaks the
+// rules; 1 when a file cannot be read or written; 2 when the arguments are wrong. Each failure
+// is one line on standard error.
+
+#include "charcode/detect.h"
+#include "framework/framework.h"
+#include "platform/nls.h"
+#include "platform/program.h"
+#include "viewer/mail_file.h"
+#include "viewer/show_json.h"
+#include "viewer/show_svg.h"
+#include "viewer/show_text.h"
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+constexpr int kFileError = 1;
+constexpr int kUsageError = 2;
+constexpr char kUsage[] = "usage: tolvan-show [--json] [--svg OUT] FILE.eml\n";
+
+struct Options {
+    std::string file;
+    std::string svg; // empty for none
+    bool json = false;
+    bool help = false;
+};
+
+// False when the arguments make no sense.
+bool ReadOptions(const std::vector<std::string>& arguments, Options& options)
+{
+    bool optionsEnded = false;
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        const bool option = !optionsEnded && argument.size() > 1 && argument[0] == '-';
+        if (!option) {
+            if (argument.empty() || !options.file.empty())
+                return false;
+            options.file = argument;
+        } else if (argument == "--") {
+            optionsEnded = true;
+        } else if (argument == "--json") {
+            options.json = true;
+        } else if (argument == "--help") {
+            options.help = true;
+        } else if (argument == "--svg" && i + 1 < arguments.size() && !arguments[i + 1].empty()) {
+            options.svg = arguments[++i];
+        } else {
+            return false;
+        }
+    }
+    return options.help || !options.file.empty();
+}
+
+// A path as it can be printed. Paths are UTF-8 on some systems and in the multibyte code page
+// on others.
+std::string PrintablePath(const std::string& path)
+{
+    std::string utf8 = path;
+    if (IsUTF8(path.c_str(), static_cast<int>(path.size())) == 0)
+        tlvn::ConvertFromUtf16(65001, tlvn::WidenText(path), utf8);
+    return tlvn::MakeHarmless(utf8, false);
+}
+
+int Fail(const std::string& path, const std::string& error)
+{
+    std::fprintf(stderr, "tolvan-show: %s: %s\n", PrintablePath(path).c_str(), error.c_str());
+    return kFileError;
+}
+
+int ShowMail(const Options& options)
+{
+    std::string bytes;
+    std::string error;
+    if (!tlvn::LoadMailFile(options.file, bytes, error))
+        return Fail(options.file, error);
+
+    const tlvn::Mail mail(std::move(bytes));
+    const std::string shown =
+        options.json ? tlvn::FormatMailJson(mail) : tlvn::FormatMailText(mail);
+    const bool written = std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size();
+    if (std::fflush(stdout) != 0 || !written)
+        return Fail("standard output", "it cannot be written");
+    if (!options.svg.empty() && tlvn::WriteMailSvg(mail, options.svg, error) == 0)
+        return Fail(options.svg, error);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    tlvn::SetBinaryOutput();
+    Options options;
+    if (!ReadOptions(tlvn::GetProgramArguments(argc, argv), options)) {
+        std::fputs(kUsage, stderr);
+        return kUsageError;
+    }
+    if (options.help) {
+        std::fputs(kUsage, stdout);
+        return 0;
+    }
+    try {
+        return ShowMail(options);
+    } catch (const std::exception&) {
+        return Fail(options.file, "there is not enough memory to show it");
+    } catch (CException* exception) {
+        exception->Delete();
+        return Fail(options.file, "there is not enough memory to show it");
+    }
+}
