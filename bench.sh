@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Benchmarks beside their peers, natively:
+#   ./bench.sh [SUBSYSTEM...]      (default: all)
+# One table for each subsystem; the last column is how many times faster than the peer we are.
+set -euo pipefail
+cd "$(dirname "$0")"
+. scripts/install.sh
+
+install_packages native bench
+subsystems=("$@")
+if [ ${#subsystems[@]} = 0 ]; then
+    for source in bench/*_bench.cpp; do
+        subsystems+=("$(basename "$source" _bench.cpp)")
+    done
+fi
+configure_and_build linux $(printf 'bench_%s ' "${subsystems[@]}")
+for subsystem in "${subsystems[@]}"; do
+    echo "== $subsystem"
+    "build/linux/bench/bench_$subsystem"
+done

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Makes the project's Wine prefix when there is none: a Windows without the extra packages that
+# Wine would offer, on which "ＭＳ ゴシック" is drawn with the IPA font.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+. "$root/scripts/wine-env.sh"
+[ ! -f "$WINEPREFIX/prepared" ] || exit 0
+
+wineboot --init >/dev/null 2>&1
+fonts=$(mktemp --suffix=.reg)
+{
+    printf 'Windows Registry Editor Version 5.00\r\n\r\n'
+    printf '[HKEY_CURRENT_USER\\Software\\Wine\\Fonts\\Replacements]\r\n'
+    for face in 'ＭＳ ゴシック' 'MS Gothic' 'ＭＳ Ｐゴシック' 'MS PGothic' 'MS UI Gothic'; do
+        printf '"%s"="IPAGothic"\r\n' "$face"
+    done
+} | { printf '\xff\xfe' && iconv -f UTF-8 -t UTF-16LE; } >"$fonts"
+wine regedit /S "$fonts" >/dev/null 2>&1
+rm -f "$fonts"
+wineserver -w
+touch "$WINEPREFIX/prepared"

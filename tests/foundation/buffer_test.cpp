@@ -1,0 +1,473 @@
+#include "TlvnMisc.h"
+#include "platform/memory.h"
+#include "tests/support/buffer_model.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <climits>
+#include <cstring>
+#include <random>
+#include <vector>
+
+namespace {
+
+CBuffer Bytes(const std::string& s)
+{
+    CBuffer buffer;
+    buffer.Set(s.data(), static_cast<int>(s.size()));
+    return buffer;
+}
+
+std::string Text(const CBuffer& buffer)
+{
+    return std::string(buffer, static_cast<std::size_t>(buffer.GetLength()));
+}
+
+// Ａ, あ and half a character, in Shift_JIS.
+const char kZenA[] = "\x82\x60";
+const char kZenSmallA[] = "\x82\x81";
+
+} // namespace
+
+TEST(Buffer, StartsWithoutStorageButReadsAsAnEmptyText)
+{
+    const CBuffer buffer;
+    EXPECT_EQ(buffer.GetBuffer(), nullptr);
+    EXPECT_EQ(buffer.GetLength(), 0);
+    EXPECT_STREQ(buffer, "");
+    EXPECT_STREQ(CFixBuffer(), "");
+}
+
+// Capacity is rounded up to the increment, never doubled; the block (capacity + 2 bytes) comes
+// from the page allocator from 1024 bytes on. A failure here means a block would be released by
+// an allocator that did not make it.
+TEST(Buffer, CapacityAndAllocatorFollowTheSize)
+{
+    const struct {
+        int increment, request, capacity, pages;
+    } cases[] = {
+        {16, 1, 16, 0},      {16, 16, 16, 0},    {16, 17, 32, 0},    {16, 1008, 1008, 0},
+        {16, 1009, 1024, 1}, {1, 1021, 1021, 0}, {1, 1022, 1022, 1}, {4000, 1, 4000, 1},
+        {0, 17, 32, 0},      {-5, 17, 32, 0},    {16, 0, 0, 0},      {16, -1, 0, 0},
+    };
+    for (const auto& c : cases) {
+        const int before = tlvn::GetPageBlockCount();
+        {
+            CBuffer buffer;
+            buffer.SetIncrSize(c.increment);
+            buffer.SetAllocSize(c.request);
+            EXPECT_EQ(buffer.GetAllocSize(), c.capacity) << c.increment << " " << c.request;
+            EXPECT_EQ(tlvn::GetPageBlockCount() - before, c.pages)
+                << c.increment << " " << c.request;
+        }
+        EXPECT_EQ(tlvn::GetPageBlockCount(), before);
+    }
+}
+
+// Growth across the border between the allocators, in both directions of MoveFrom.
+TEST(Buffer, MoveFromKeepsEveryBlockWithItsAllocator)
+{
+    const struct {
+        int capacity, length, pagesAfter;
+        bool taken;
+    } cases[] = {
+        {2000, 10, 0, false},   // would be freed as a heap block: copied
+        {2000, 1021, 0, false}, // length + 2 is 1023
+        {2000, 1022, 1, true},  {2000, 1500, 1, true},
+        {100, 10, 0, true},     {2000, 0, 0, false}, // nothing to keep
+    };
+    const int before = tlvn::GetPageBlockCount();
+    for (const auto& c : cases) {
+        CBuffer source;
+        source.SetAllocSize(c.capacity);
+        source.Add(std::string(static_cast<std::size_t>(c.length), 'x').data(), c.length);
+        const char* block = source;
+        CFixBuffer fixed;
+        fixed.MoveFrom(source);
+        EXPECT_EQ(fixed.GetLength(), c.length);
+        EXPECT_EQ(static_cast<const char*>(fixed) == block, c.taken)
+            << c.capacity << " " << c.length;
+        EXPECT_EQ(tlvn::GetPageBlockCount() - before, c.pagesAfter)
+            << c.capacity << " " << c.length;
+        EXPECT_EQ(source.GetBuffer(), nullptr);
+        EXPECT_EQ(source.GetAllocSize(), 0);
+
+        const CFixBuffer copy(fixed);
+        EXPECT_EQ(std::string(copy), std::string(static_cast<std::size_t>(c.length), 'x'));
+    }
+    EXPECT_EQ(tlvn::GetPageBlockCount(), before);
+
+    CBuffer from("text");
+    from.SetIncrSize(500);
+    CBuffer to;
+    to.MoveFrom(from);
+    EXPECT_EQ(Text(to), "text");
+    EXPECT_EQ(from.GetBuffer(), nullptr);
+    to.SetAllocSize(17);
+    EXPECT_EQ(to.GetAllocSize(), 500); // the increment moves too
+    to.MoveFrom(to);
+    EXPECT_EQ(Text(to), "text");
+}
+
+// Memory runs out at the n-th allocation, for every n: what the call was to change is unchanged
+// and no block is lost.
+TEST(Buffer, ExhaustionLeavesTheBufferAsItWas)
+{
+    using Operation = void (*)(CBuffer&);
+    const Operation operations[] = {
+        [](CBuffer& b) { b.SetAllocSize(5000); },
+        [](CBuffer& b) { b.Add(std::string(5000, 'y').data(), 5000); },
+        [](CBuffer& b) { b.Set(std::string(5000, 'y').data(), 5000); },
+        [](CBuffer& b) { b.Insert(std::string(5000, 'y').data(), 5000, 3); },
+        [](CBuffer& b) { b.Insert('y', 5000, 3); },
+        [](CBuffer& b) { b.Insert(TW('y'), 5000, 3); },
+        [](CBuffer& b) { b.Insert(b.GetBuffer(), b.GetLength(), 1); },
+        [](CBuffer& b) { b.ReplacePhraseAll("x", "long replacement", 0, 0, 0); },
+        [](CBuffer& b) { b = CBuffer(std::string(5000, 'y').c_str()); },
+        [](CBuffer& b) { b += CStringW(TW('y'), 3000); },
+        [](CBuffer& b) { b.GetBuffer(INT_MAX - 1); },
+        [](CBuffer& b) { b.Add("y", INT_MAX); },
+    };
+    const int before = tlvn::GetPageBlockCount();
+    for (const int size : {0, 10, 1007, 1500, 4000}) {
+        for (const Operation& operation : operations) {
+            const std::string content(static_cast<std::size_t>(size), 'x');
+            for (int allowed = 0;; ++allowed) {
+                CBuffer buffer = Bytes(content);
+                const int capacity = buffer.GetAllocSize();
+                bool failed = false;
+                tlvn::SetAllocationLimit(allowed);
+                try {
+                    operation(buffer);
+                } catch (CMemoryException* e) {
+                    failed = true;
+                    e->Delete();
+                }
+                tlvn::SetAllocationLimit(-1);
+                if (!failed || allowed == 4)
+                    break;
+                ASSERT_EQ(Text(buffer), content);
+                ASSERT_EQ(buffer.GetAllocSize(), capacity);
+                const char* end = static_cast<const char*>(buffer) + size;
+                ASSERT_EQ(end[0] | end[1], 0) << "two zero bytes";
+            }
+        }
+        CFixBuffer fixed;
+        CBuffer source(Bytes("kept"));
+        source.SetAllocSize(3000);
+        tlvn::SetAllocationLimit(0);
+        EXPECT_THROW(fixed.MoveFrom(source), CMemoryException*);
+        tlvn::SetAllocationLimit(-1);
+        EXPECT_EQ(Text(source), "kept");
+    }
+    EXPECT_EQ(tlvn::GetPageBlockCount(), before);
+}
+
+TEST(Buffer, ConstructorsAndOperatorsTakeEveryKindOfText)
+{
+    EXPECT_EQ(Text(CBuffer("\0abc", 5)), ""); // a first zero byte empties, deliberately
+    EXPECT_EQ(Text(CBuffer("a\0b", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(Text(CBuffer(static_cast<const char*>(nullptr))), "");
+    EXPECT_EQ(Text(CBuffer(CStringA("ab"))), "ab");
+    EXPECT_EQ(Text(CBuffer(CStringW(TW("ab")))), std::string("a\0b\0", 4));
+
+    CBuffer buffer("old");
+    buffer = static_cast<const char*>(nullptr);
+    EXPECT_EQ(Text(buffer), "");
+    buffer = 'x';
+    buffer += "yz";
+    buffer += TW('W');
+    buffer += TW("!");
+    buffer += CStringA("s");
+    buffer += static_cast<const char*>(nullptr);
+    buffer += static_cast<const WCHAR*>(nullptr);
+    EXPECT_EQ(Text(buffer), std::string("xyzW\0!\0s", 8));
+    buffer += buffer;
+    EXPECT_EQ(Text(buffer), std::string("xyzW\0!\0sxyzW\0!\0s", 16));
+    buffer = static_cast<const char*>(buffer) + 8;
+    EXPECT_EQ(Text(buffer), "xyzW");
+    buffer.Insert(static_cast<const char*>(buffer) + 1, 2, 1);
+    EXPECT_EQ(Text(buffer), "xyzyzW");
+    buffer.Mid(2, buffer);
+    EXPECT_EQ(Text(buffer), "zyzW");
+    buffer.Insert(TW('\x3042'), 2, 2);
+    EXPECT_EQ(Text(buffer), "zy\x42\x30\x42\x30zW");
+    EXPECT_TRUE(buffer == buffer && buffer != CBuffer("z") && CBuffer() == CBuffer(""));
+}
+
+TEST(Buffer, SizesOutsideTheirRangeAreClampedOrIgnored)
+{
+    CBuffer buffer("abc");
+    buffer.SetDataSize(17); // above the capacity of 16
+    EXPECT_EQ(buffer.GetLength(), 3);
+    buffer.SetDataSize(1);
+    EXPECT_EQ(Text(buffer), "a");
+    std::memcpy(buffer.GetBuffer(20), "0123456789", 10);
+    buffer.ReleaseBuffer(10);
+    EXPECT_EQ(Text(buffer), "0123456789");
+    buffer.ReleaseBuffer(1000);
+    EXPECT_EQ(buffer.GetLength(), buffer.GetAllocSize());
+    buffer.ReleaseBuffer(-1); // not the string length, deliberately
+    EXPECT_EQ(buffer.GetLength(), 0);
+    EXPECT_EQ(buffer.Truncate(1), 0);
+    EXPECT_EQ(buffer.Truncate(0), 1);
+}
+
+// Both forms of TrimLeft leave a text of nothing but white space alone; TrimRight does not.
+TEST(Buffer, Trims)
+{
+    const struct {
+        std::string text, left, right;
+    } cases[] = {
+        {"   ", "   ", ""},
+        {" \t\r\nab \v\f", "ab \v\f", " \t\r\nab"},
+        {" \x81\x40 ", "\x81\x40 ", " \x81\x40"}, // a full-width blank is no white space here
+        {"", "", ""},
+    };
+    for (const auto& c : cases) {
+        CBuffer left = Bytes(c.text);
+        left.TrimLeft(0);
+        EXPECT_EQ(Text(left), c.left);
+        CBuffer right = Bytes(c.text);
+        right.TrimRight(0);
+        EXPECT_EQ(Text(right), c.right);
+    }
+    CBuffer wide(CStringW(TW("\x3000 a\x2009"))); // in UTF-16 it is
+    wide.Trim(1);
+    EXPECT_EQ(Text(wide), std::string("a\0", 2));
+    CBuffer blank(CStringW(TW("  ")));
+    blank.TrimLeft(1);
+    EXPECT_EQ(blank.GetLength(), 4);
+    blank.Trim(1);
+    EXPECT_EQ(blank.GetLength(), 0);
+
+    CBuffer lines(CStringW(TW("a\r\x0D0A\nb"))); // one unit is made of the bytes of both
+    lines.ExceptCrlf(1);
+    EXPECT_EQ(Text(lines), Text(CBuffer(CStringW(TW("a\x0D0A"
+                                                    "b")))));
+}
+
+TEST(Buffer, ComparesWholePartsAndEnds)
+{
+    const CBuffer buffer("abc\x82\x60");
+    EXPECT_TRUE(buffer.Equal("abc\x82\x60", 0, 0, 0));
+    EXPECT_TRUE(buffer.Equal("BC\x82\x81", 0, 1, 1)); // full-width letters fold too
+    EXPECT_FALSE(buffer.Equal("BC\x82\x81", 0, 1, 0));
+    EXPECT_FALSE(buffer.Equal("ab", 0, 0, 0)); // has to reach the end
+    EXPECT_FALSE(buffer.Equal("abc", 0, -1, 0));
+    EXPECT_FALSE(buffer.Equal(nullptr, 0, 0, 0));
+    EXPECT_FALSE(CBuffer().Equal("", 0, 0, 0));
+    EXPECT_TRUE(buffer.EqualN("bcX", 2, 0, 1, 0));
+    EXPECT_FALSE(buffer.EqualN("bcX", 3, 0, 1, 0));
+    EXPECT_FALSE(buffer.EqualN("abcdef", 6, 0, 0, 0));
+    EXPECT_TRUE(buffer.EndWith("\x82\x81", 0, 1));
+    EXPECT_TRUE(buffer.EndWith("", 0, 0));
+    EXPECT_FALSE(buffer.EndWith("0abc\x82\x60", 0, 0));
+
+    const CBuffer wide(CStringW(TW("ab\x00C9")));
+    const auto text = [](const WCHAR* s) { return reinterpret_cast<const char*>(s); };
+    EXPECT_TRUE(wide.Equal(text(TW("B\x00E9")), 1, 2, 1));
+    EXPECT_FALSE(wide.Equal(text(TW("B\x00E9")), 1, 2, 0));
+    EXPECT_TRUE(wide.EqualN(text(TW("ax")), 2, 1, 0, 0));
+    EXPECT_TRUE(wide.EndWith(text(TW("\x00E9")), 1, 1));
+}
+
+// What the random test cannot tell: start and end rules, which differ between the functions.
+TEST(Buffer, SearchesKeepToTheirStartAndEndRules)
+{
+    const CBuffer buffer("abcabc");
+    EXPECT_EQ(buffer.FindAsciiPhrase("abc", 4, 0), -1); // no room any more
+    EXPECT_EQ(buffer.FindOneOfChar("xc", 0), 2);
+    EXPECT_EQ(buffer.FindOneOfChar("", 0), -1);
+    EXPECT_EQ(buffer.FindAsciiChar('a', 6), -1);
+    EXPECT_EQ(buffer.ReverseFindPhrase("abc", 99, 0), 3);
+    EXPECT_EQ(buffer.ReverseFindPhrase("abc", -9, 0), 3);
+    EXPECT_EQ(buffer.ReverseFindAsciiPhrase("abc", 5, 0), 0);
+    EXPECT_EQ(buffer.ReverseFindAsciiChar('c', -1), 5);
+    EXPECT_EQ(buffer.ReverseFindAsciiChar('c', -2), -1); // only -1 means the length
+
+    const CBuffer wide(CStringW(TW("abab")));
+    EXPECT_EQ(wide.ReverseFindPhrase(TW("ab"), -1, 0), 4);
+    EXPECT_EQ(wide.ReverseFindPhrase(TW("ab"), -2, 0), -1);
+    EXPECT_EQ(wide.FindPhrase(TW("b"), 4, 0), 6);
+
+    // ト (83 67) holds the byte of "g"; ａ folds to Ａ only where characters are compared.
+    const CBuffer kana("\x83\x67g");
+    EXPECT_EQ(kana.FindPhrase("g", 0, 0), 2);
+    EXPECT_EQ(kana.FindAsciiPhrase("g", 0, 0), 1);
+    EXPECT_EQ(kana.FindChar('g', 0), 2);
+    EXPECT_EQ(kana.ReverseFindChar('g', 2), -1);
+    EXPECT_EQ(kana.IsMbsTrail(1), 1);
+    EXPECT_EQ(CBuffer(kZenA).FindPhrase(kZenSmallA, 0, 1), 0);
+    EXPECT_EQ(CBuffer(kZenA).FindAsciiPhrase(kZenSmallA, 0, 1), -1);
+}
+
+TEST(Buffer, ReplacesWithinALimitTakenBefore)
+{
+    const struct {
+        const char *text, *oldText, *newText;
+        int start, count, found;
+        const char* result;
+    } cases[] = {
+        {"aaa", "a", "bb", 0, 0, 2, "bbbba"}, // the last one lies behind the limit
+        {"aaa", "a", "", 0, 0, 3, ""},
+        {"aaa", "a", nullptr, 1, 0, 2, "a"},
+        {"aXbXcX", "X", "", 0, 4, 3, "abc"}, // a shrinking text moves into the limit
+        {"abcabc", "abc", "abcabc", 0, 0, 1, "abcabcabc"},
+        {"abab", "ab", "ba", 1, 0, 1, "abba"},
+        {"\x83\x67g", "g", "x", 0, 0, 1, "\x83\x67x"},
+        {"aaa", "", "x", 0, 0, 0, "aaa"},
+        {"aaa", "a", "x", 3, 0, 0, "aaa"},
+        {"aaa", "a", "x", -1, 0, 0, "aaa"},
+        {"aaa", "a", "x", 1, INT_MAX, 2, "axx"},
+    };
+    for (const auto& c : cases) {
+        CBuffer buffer(c.text);
+        EXPECT_EQ(buffer.ReplacePhraseAll(c.oldText, c.newText, c.start, c.count, 0), c.found);
+        EXPECT_EQ(Text(buffer), c.result);
+    }
+    CBuffer self("abab");
+    EXPECT_EQ(self.ReplacePhraseAll(static_cast<const char*>(self) + 2, "x", 0, 0, 0), 2);
+    EXPECT_EQ(Text(self), "xx");
+}
+
+TEST(Buffer, CutsTokensAndNumbers)
+{
+    CBuffer token;
+    int pos = 0;
+    const CBuffer list("a,,b");
+    const struct {
+        const char* token;
+        int pos;
+    } steps[] = {{"a", 2}, {"b", 4}, {"", 4}};
+    for (const auto& step : steps) {
+        EXPECT_EQ(Text(list.Tokenize(",", pos, token)), step.token);
+        EXPECT_EQ(pos, step.pos);
+    }
+    pos = 1;
+    list.Tokenize("", pos, token);
+    EXPECT_EQ(pos, 1);
+    // A delimiter of two bytes; its bytes alone delimit nothing.
+    const CBuffer wide("x\x81\x41y,\x82\x81");
+    pos = 0;
+    EXPECT_EQ(Text(wide.Tokenize("\x81\x41", pos, token)), "x");
+    EXPECT_EQ(pos, 3);
+    EXPECT_EQ(Text(wide.Tokenize("\x81\x41", pos, token)), "y,\x82\x81");
+    EXPECT_EQ(pos, 7);
+    pos = 1;
+    EXPECT_EQ(Text(CBuffer("a,,").Tokenize(",", pos, token)), "");
+    EXPECT_EQ(pos, 1); // only delimiters remained
+
+    const struct {
+        const char* text;
+        int pos, len, sign, result, value;
+    } numbers[] = {
+        {"123", 0, 3, 0, 0, 7}, // has to end before the end
+        {"1234", 0, 3, 0, 1, 123}, {"-12x", 0, 3, 1, 1, -12},     {"12x", 0, 3, 1, 0, 7},
+        {"+5;", 0, 2, 1, 1, 5},    {"12x4", 0, 3, 0, 0, 12},      {"1234", 1, 0, 0, 1, 0},
+        {"1234", -1, 2, 0, 0, 7},  {"1234", 1, INT_MAX, 0, 0, 7}, {"4294967297 ", 0, 10, 0, 1, 1},
+    };
+    for (const auto& n : numbers) {
+        int value = 7;
+        EXPECT_EQ(CBuffer(n.text).GetNumber(n.pos, n.len, n.sign, value), n.result) << n.text;
+        EXPECT_EQ(value, n.value) << n.text;
+    }
+
+    // SkipSpace steps over double-byte characters, SkipNotSpace does too: both go on behind them.
+    const CBuffer text("\x82\xA0 a \x82\xA0");
+    pos = 0;
+    EXPECT_EQ(text.SkipSpace(pos), 1);
+    EXPECT_EQ(pos, 3);
+    EXPECT_EQ(text.SkipNotSpace(pos), 1);
+    EXPECT_EQ(pos, 4);
+    EXPECT_EQ(text.SkipSpace(pos), 0);
+    EXPECT_EQ(pos, 7);
+    pos = -1;
+    EXPECT_EQ(text.SkipSpace(pos), 0);
+    EXPECT_EQ(SkipSpace(static_cast<const char*>(nullptr), 5, pos), 0);
+    pos = 0;
+    EXPECT_EQ(SkipSpace(TW("\x3000 a"), -1, pos), 1);
+    EXPECT_EQ(pos, 2);
+}
+
+// Phrases and texts made of few bytes, long enough that the search falls back to its failure
+// table, and all the code pages.
+TEST(PhraseSearch, AgreesWithTheModelOnRepetitiveTexts)
+{
+    using namespace buffer_model;
+    std::mt19937 random(7);
+    for (int round = 0; round < 60; ++round) {
+        SetMultibyteCodePage(std::array{932u, 936u, 949u, 950u}[random() % 4]);
+        const Kind kind = static_cast<Kind>(random() % 3);
+        const char letters[] = {'a', static_cast<char>(random() % 2 ? 0x81 : 0xA1),
+                                static_cast<char>(random() % 2 ? 0x40 : 0xE0)};
+        const auto text = [&](std::size_t length) {
+            std::string s(length & ~std::size_t{1}, letters[random() % 3]);
+            for (int changes = static_cast<int>(random() % 4); changes > 0 && !s.empty(); --changes)
+                s[random() % s.size()] = letters[random() % 3];
+            return s;
+        };
+        const std::string haystack = text(3000 + random() % 3000);
+        const std::string phrase = text(2 + random() % 300);
+        const CBuffer buffer = Bytes(haystack);
+        const bool noCase = random() % 2 != 0;
+        const int start = static_cast<int>(random() % 100) * 2;
+        std::u16string wide(phrase.size() / 2, 0);
+        std::memcpy(wide.data(), phrase.data(), phrase.size());
+        const auto* units = reinterpret_cast<const WCHAR*>(wide.c_str());
+        EXPECT_EQ(kind == Wide    ? buffer.FindPhrase(units, start, noCase)
+                  : kind == Ascii ? buffer.FindAsciiPhrase(phrase.c_str(), start, noCase)
+                                  : buffer.FindPhrase(phrase.c_str(), start, noCase),
+                  Find(haystack, phrase, start, kind, noCase));
+        EXPECT_EQ(kind == Wide    ? buffer.ReverseFindPhrase(units, -1, noCase)
+                  : kind == Ascii ? buffer.ReverseFindAsciiPhrase(phrase.c_str(), -1, noCase)
+                                  : buffer.ReverseFindPhrase(phrase.c_str(), -1, noCase),
+                  ReverseFind(haystack, phrase, -1, kind, noCase));
+    }
+    SetMultibyteCodePage(932);
+}
+
+TEST(Buffer, AgreesWithAStringOverRandomOperations)
+{
+    std::mt19937 random(20);
+    for (int round = 0; round < 400; ++round) {
+        std::vector<std::uint8_t> bytes(4000);
+        for (auto& byte : bytes)
+            byte = static_cast<std::uint8_t>(random());
+        ASSERT_EQ(DriveBuffer(bytes.data(), bytes.size()), "") << "round " << round;
+    }
+}
+
+TEST(TextBuffer, CarriesItsCodeTypeAndForgetsItWhenEmptied)
+{
+    CTextBuffer text;
+    EXPECT_EQ(text.GetCodeType(), CT_ASCII);
+    text = "abc";
+    text.SetCodeType(CT_SJIS);
+    CTextBuffer copy(text);
+    EXPECT_EQ(copy.GetCodeType(), CT_SJIS);
+    EXPECT_EQ(Text(copy), "abc");
+    copy.Empty();
+    EXPECT_EQ(copy.GetCodeType(), CT_ASCII);
+    copy = text;
+    EXPECT_EQ(copy.GetCodeType(), CT_SJIS);
+
+    CTextFixBuffer fixed;
+    fixed.MoveFrom(text);
+    fixed.SetCodeType(CT_EUC);
+    CTextFixBuffer other;
+    other = fixed;
+    fixed.AllocFree();
+    EXPECT_EQ(fixed.GetCodeType(), CT_ASCII);
+    EXPECT_EQ(other.GetCodeType(), CT_EUC);
+    EXPECT_STREQ(other, "abc");
+
+    CtStringW wide;
+    wide = TW("w");
+    wide.SetCodeType(CT_UNICODE);
+    CtStringW again(wide);
+    EXPECT_EQ(again.GetCodeType(), CT_UNICODE);
+    again.Empty();
+    EXPECT_TRUE(again.IsEmpty() && again.GetCodeType() == CT_ASCII && !wide.IsEmpty());
+}

@@ -1,0 +1,223 @@
+#include "TlvnMisc.h"
+#include "platform/file.h"
+#include "platform/memory.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <regex>
+
+TEST(Allocation, LengthsStopAtTheirLimit)
+{
+    EXPECT_EQ(tv_strnlen("abc", 0), 0);
+    EXPECT_EQ(tv_strnlen("abc", -5), -5);
+    EXPECT_EQ(tv_strnlen("abc", 2), 2);
+    EXPECT_EQ(tv_strnlen("abc", 4), 3);
+    EXPECT_EQ(tv_strnlen("abc", INT_MAX), 3);
+    EXPECT_EQ(tv_wcsnlen(TW("ab"), 7), 4);
+    EXPECT_EQ(tv_wcsnlen(TW("ab"), 3), 2);
+    EXPECT_EQ(tv_wcsnlen(TW("ab"), 1), 0);
+    EXPECT_EQ(tv_wcsnlen(TW("ab"), -5), -6);
+}
+
+TEST(Allocation, NeverGivesNull)
+{
+    void* p = tv_malloc(0);
+    EXPECT_NE(p, nullptr);
+    p = tv_realloc(p, 0);
+    EXPECT_NE(p, nullptr);
+    tv_free(p);
+    tv_free(nullptr);
+
+    char* kept = static_cast<char*>(tv_malloc(4));
+    std::memcpy(kept, "abc", 4);
+    tlvn::SetAllocationLimit(0);
+    EXPECT_THROW(tv_malloc(1), CMemoryException*);
+    EXPECT_THROW(tv_realloc(kept, 100), CMemoryException*);
+    tlvn::SetAllocationLimit(-1);
+    EXPECT_STREQ(kept, "abc");
+    tv_free(kept);
+}
+
+// Every path from one size to another, over the border of the two allocators and inside them.
+TEST(Allocation, BlocksKeepTheirContentWhenResized)
+{
+    const int before = tlvn::GetPageBlockCount();
+    const std::size_t sizes[] = {1, 600, 1023, 1024, 5000, 300000};
+    for (const std::size_t from : sizes) {
+        for (const std::size_t to : sizes) {
+            char* block = static_cast<char*>(tlvn::AllocBlock(from));
+            for (std::size_t i = 0; i < from; ++i)
+                block[i] = static_cast<char>(i * 7);
+            block = static_cast<char*>(tlvn::ReallocBlock(block, from, to));
+            for (std::size_t i = 0; i < std::min(from, to); ++i)
+                ASSERT_EQ(block[i], static_cast<char>(i * 7)) << from << " to " << to;
+            EXPECT_EQ(tlvn::GetPageBlockCount() - before, to >= 1024 ? 1 : 0);
+            block[to - 1] = 'x';
+            tlvn::FreeBlock(block, to);
+        }
+    }
+    EXPECT_EQ(tlvn::GetPageBlockCount(), before);
+}
+
+TEST(Exception, MessagesAreTrimmedAndNamed)
+{
+    const auto message = [](CException* e) {
+        const CStringA text = GetExceptionMessage(e);
+        e->Delete();
+        return std::string(text.GetString());
+    };
+    EXPECT_EQ(message(new CStrException("  two words\r\n")), "two words");
+    EXPECT_EQ(message(new CStrException(nullptr)), "");
+    EXPECT_EQ(message(new CLeaveOnlyException), "CLeaveOnlyException occured.");
+
+    try {
+        CFile missing("/no such folder/no such file", CFile::modeRead);
+        FAIL() << "opened";
+    } catch (CException* e) {
+        const int cause = DYNAMIC_DOWNCAST(CFileException, e)->m_cause;
+        const std::string text = message(e);
+        const std::string end = "(" + std::to_string(cause) + ")";
+        EXPECT_GT(text.size(), end.size());
+        EXPECT_EQ(text.substr(text.size() - end.size()), end) << text;
+    }
+}
+
+TEST(Exception, TextsAreCutToTheRoomThereIs)
+{
+    CStrException e("abcdef");
+    char buf[8] = "-------";
+    EXPECT_EQ(e.GetErrorMessage(buf, 4, nullptr), 1);
+    EXPECT_STREQ(buf, "abc");
+    EXPECT_EQ(buf[4], '-');
+    EXPECT_EQ(e.GetErrorMessage(buf, 0, nullptr), 0);
+    EXPECT_EQ(e.GetErrorMessage(nullptr, 4, nullptr), 0);
+    EXPECT_EQ(CLeaveOnlyException().GetErrorMessage(buf, 1, nullptr), 0);
+    EXPECT_STREQ(buf, "");
+}
+
+// Thrown inside the library, caught by type outside; both own classes made by name.
+TEST(Exception, TypesCrossTheLibraryBorder)
+{
+    tlvn::SetAllocationLimit(0);
+    EXPECT_THROW(CBuffer("x"), CMemoryException*);
+    tlvn::SetAllocationLimit(-1);
+
+    for (CRuntimeClass* type : {RUNTIME_CLASS(CStrException), RUNTIME_CLASS(CLeaveOnlyException)}) {
+        CObject* object = type->CreateObject();
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CException)));
+        EXPECT_TRUE(object->IsKindOf(type));
+        EXPECT_FALSE(object->IsKindOf(RUNTIME_CLASS(CFileException)));
+        static_cast<CException*>(object)->Delete();
+    }
+    EXPECT_EQ(CStrException::GetThisClass(), RUNTIME_CLASS(CStrException));
+}
+
+namespace {
+
+std::string ReadTrace()
+{
+    std::ifstream in(tlvn::GetTempFolder() + "TolvanTraceOutput.txt", std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void Traced(int mode)
+{
+    CTraceFunction trace("f");
+    trace("%d", 1);
+    trace.SetMode(mode);
+    trace("two");
+    trace("");
+    trace("three");
+}
+
+} // namespace
+
+TEST(Trace, WritesAnIndentedLogWhileOn)
+{
+    {
+        // Off: nothing is written, but the depth counts.
+        CTraceFunction outer("outer");
+        EXPECT_EQ(IsTraceOutput(), 0);
+        ASSERT_EQ(SetTraceOutput(1), 1);
+        EXPECT_EQ(IsTraceOutput(), 1);
+        {
+            CTraceFunction quiet("quiet");
+        }
+    }
+    for (int mode = 0; mode <= 3; ++mode)
+        Traced(mode);
+    EXPECT_EQ(SetTraceOutput(1), 1); // no new file
+    const std::string written = ReadTrace();
+    EXPECT_EQ(SetTraceOutput(0), 1);
+    EXPECT_EQ(SetTraceOutput(0), 1);
+
+    const std::string stamp = "\\d+-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\r\n";
+    const std::string pad(11, ' ');
+    const std::string expected =
+        "    --- quiet ---\r\n"
+        "---  ---\r\n" // tracing was off when it began: no name
+        "+++ f +++  1\r\n--- f ---\r\n"
+        "+++ f +++  1\r\n" +
+        pad + "two\r\n" + pad +
+        "three\r\n--- f ---\r\n"
+        "+++ f +++  1\r\n... f ...  two\r\n... f ...\r\n... f ...  three\r\n"
+        "--- f ---\r\n"
+        "+++ f +++  1\r\n--- f ---  two\r\n" +
+        pad + "three\r\n";
+    std::smatch match;
+    ASSERT_TRUE(std::regex_search(written, match, std::regex("^" + stamp))) << written;
+    EXPECT_EQ(written.substr(static_cast<std::size_t>(match.length())), expected);
+    const std::string all = ReadTrace();
+    EXPECT_TRUE(std::regex_match(all.substr(written.size()), std::regex(stamp))) << all;
+    tlvn::RemoveFile((tlvn::GetTempFolder() + "TolvanTraceOutput.txt").c_str());
+}
+
+// A file that cannot be made leaves tracing off and throws nothing.
+TEST(Trace, SaysWhenItCannotWrite)
+{
+    const std::string path = tlvn::GetTempFolder() + "TolvanTraceOutput.txt";
+    CFile busy(path.c_str(), CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
+    EXPECT_EQ(SetTraceOutput(1), 0);
+    EXPECT_EQ(IsTraceOutput(), 0);
+    busy.Close();
+    tlvn::RemoveFile(path.c_str());
+}
+
+TEST(Multibyte, LeadBytesAreToldWithinTheLength)
+{
+    const char text[] = "a\x82\xA0\x82";
+    const int expected[] = {0, 1, 0, 0};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(IsTLead(text, i, 4), expected[i]) << i;
+    EXPECT_EQ(IsTLead(text, 1, 2), 0); // the follower lies outside
+    EXPECT_EQ(IsTLead(text, 1, -1), 1);
+    EXPECT_EQ(IsTLead(text, -1, 4), 0);
+    EXPECT_EQ(IsTLead(static_cast<const char*>(nullptr), 0, -1), 0);
+    EXPECT_EQ(IsTLead(TW("\x82A0"), 0, 1), 0);
+}
+
+// The lead byte 80 + x of 936 and 950 that 932 does not have, and back at the end of the scope.
+TEST(Multibyte, LocaleHoldsForItsScope)
+{
+    ASSERT_EQ(GetMultibyteCodePage(), 932u);
+    const char hangul[] = "\xB0\xA1"; // a double-byte character everywhere but in 932
+    EXPECT_EQ(IsTLead(hangul, 0, 2), 0);
+    {
+        CApplyLocale korean(CT_EUCKR);
+        EXPECT_EQ(IsTLead(hangul, 0, 2), 1);
+        {
+            CApplyLocale russian(CT_KOI8R);
+            EXPECT_EQ(IsTLead(hangul, 0, 2), 0);
+            CApplyLocale chinese(CT_BIG5);
+            EXPECT_EQ(GetMultibyteCodePage(), 950u);
+            CApplyLocale unicode(CT_UNICODE);
+            EXPECT_EQ(GetMultibyteCodePage(), 950u);
+        }
+        EXPECT_EQ(GetMultibyteCodePage(), 949u);
+    }
+    EXPECT_EQ(GetMultibyteCodePage(), 932u);
+}
