@@ -138,7 +138,7 @@ void AppendWordRun(const WordRun& run, std::string_view written, std::string& ou
     std::string utf8;
     const bool exact = ConvertTextToUtf8(code.type, run.bytes, utf8);
     if (!exact && !code.labelled)
-        out += written;
+        AppendLiteral(written, out);
     else
         out += utf8;
 }

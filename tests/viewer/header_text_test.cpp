@@ -41,6 +41,7 @@ TEST(HeaderText, DecodesValues)
         {"=?x-none?Q?abc?=", "abc"},
         {"=?windows-31j?B?gqCCog==?=", "あい"},
         {"=?x-none?Q?caf=E9?=", "=?x-none?Q?caf=E9?="},
+        {"=?\x82\xA0?Q?=E9?=", "=?あ?Q?=E9?="},
         // No words at all.
         {"=?", "=?"},
         {"=?utf-8", "=?utf-8"},

@@ -1,0 +1,94 @@
+#!/bin/sh
+# End-to-end test of tolvan-show: exit status, what goes to which output, and time, for good
+# files, broken mails and what is no mail at all.
+#
+#   tests/viewer/show_test.sh PATH/TO/tolvan-show
+set -u
+show=$1
+samples=$(cd "$(dirname "$0")/../../samples" && pwd)
+work=$(mktemp -d)
+trap 'chmod -R u+rwx "$work"; rm -rf "$work"' EXIT
+cd "$work" || exit 1
+failures=0
+
+# expect NAME STATUS ERROR_LINES ARGUMENT...: runs tolvan-show within ten seconds. Without error
+# lines there is output, with them there is none.
+expect() {
+    name=$1 status=$2 lines=$3
+    shift 3
+    timeout 10 "$show" "$@" >out 2>err
+    got=$?
+    got_lines=$(wc -l <err)
+    output=0
+    [ -s out ] && output=1
+    if [ "$got" -ne "$status" ] || [ "$got_lines" -ne "$lines" ] || [ "$output" -eq "$lines" ]; then
+        echo "FAILED $name: status $got, wanted $status; $got_lines error lines, wanted $lines"
+        head -c 500 err
+        failures=$((failures + 1))
+    fi
+}
+
+repeat() { # TEXT BYTES
+    yes -- "$1" | head -c "$2"
+}
+
+for mail in "$samples"/*.eml; do
+    expect "$mail" 0 0 "$mail"
+    expect "$mail as JSON" 0 0 --json "$mail"
+    if command -v python3 >/dev/null && ! python3 -m json.tool <out >/dev/null; then
+        echo "FAILED $mail: no JSON"
+        failures=$((failures + 1))
+    fi
+done
+
+expect "no argument" 2 1
+expect "two files" 2 1 a.eml b.eml
+expect "unknown option" 2 1 --none a.eml
+expect "no picture file" 2 1 --svg
+expect "help" 0 0 --help
+
+: >empty.eml
+mkdir folder locked
+cp "$samples/01-iso-2022-jp.eml" locked/a.eml
+cp "$samples/01-iso-2022-jp.eml" unreadable.eml
+chmod 0 locked unreadable.eml
+expect "missing file" 1 1 missing.eml
+expect "missing folder" 1 1 missing/a.eml
+expect "empty file" 1 1 empty.eml
+expect "folder" 1 1 folder
+# Root may read everything.
+if [ "$(id -u)" -ne 0 ]; then
+    expect "unreadable file" 1 1 unreadable.eml
+    expect "file in a locked folder" 1 1 locked/a.eml
+fi
+cp "$samples/01-iso-2022-jp.eml" -- -dash.eml
+expect "name with a dash" 0 0 -- -dash.eml
+
+truncate -s 100000000 zeros.eml
+expect "zeros" 0 0 zeros.eml
+repeat "Subject: x" 50000000 >header.eml
+expect "header without end" 0 0 --json header.eml
+printf 'Subject: cut' >cut.eml
+expect "header cut off" 0 0 cut.eml
+head -c 20000000 /dev/urandom >random.eml
+expect "random bytes" 0 0 --json random.eml
+{
+    printf 'Content-Type: multipart/mixed; boundary=b\n\n'
+    repeat "--b" 20000000
+} >parts.eml
+expect "millions of parts" 0 0 parts.eml
+i=0
+while [ $i -lt 10000 ]; do
+    printf 'Content-Type: multipart/mixed; boundary=b%d\n\n--b%d\n' $i $i
+    i=$((i + 1))
+done >nested.eml
+expect "nesting" 0 0 nested.eml
+printf 'Subject: \033[31m\n\n\033]0;x\007\n' >escape.eml
+expect "escape sequences" 0 0 escape.eml
+if [ "$(tr -dc '\033\007' <out | wc -c)" -ne 0 ]; then
+    echo "FAILED escape sequences: they reach the terminal"
+    failures=$((failures + 1))
+fi
+
+[ $failures -eq 0 ] && echo "tolvan-show: all passed"
+exit $((failures > 0))
