@@ -2,18 +2,14 @@
 
 #include "foundation/character_boundary.h"
 #include "framework/framework.h"
+#include "platform/ascii_run.h"
 #include "platform/nls.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <new>
+#include <utility>
 #include <vector>
-
-#if defined(__SSE2__) || defined(_M_X64)
-#define TLVN_SSE2 1
-#include <emmintrin.h>
-#endif
 
 namespace tlvn {
 
@@ -120,51 +116,69 @@ std::vector<unsigned> PhraseSearch::Elements() const
 
 PhraseSearch::PhraseSearch(Unit unit, const void* phrase, int length, bool ignoreCase)
     : m_unit(unit), m_phrase(static_cast<const char*>(phrase)), m_length(length),
-      m_ignoreCase(ignoreCase), m_endsInLead(false), m_starts{}
+      m_ignoreCase(ignoreCase), m_endsInLead(false), m_filters{}
 {
-    if (length < 1)
-        return;
-    const char* end = m_phrase + length;
-    if (unit == Character) {
-        const char* p = m_phrase;
-        while (p + CharLength(p, end) < end)
-            p += CharLength(p, end);
-        m_endsInLead = end - p == 1 && IsLeadByte(*p);
-    }
-
-    const unsigned first = ElementAt(unit, false, m_phrase, end).value;
-    m_starts[0] = m_starts[1] = first;
-    if (!ignoreCase)
-        return;
-    if (unit == Utf16) {
-        m_starts[0] = ToLowerW(static_cast<WCHAR>(first));
-        m_starts[1] = ToUpperW(static_cast<WCHAR>(first));
-    } else if (unit == Character || first < 0x80) {
-        m_starts[0] = ToLowerMbc(first);
-        m_starts[1] = ToUpperMbc(first);
-    }
-    if (unit != Utf16 && first > 0xFF) {
-        m_starts[0] >>= 8;
-        m_starts[1] >>= 8;
-    }
+    if (length > 0)
+        SetFilters();
 }
 
-// A match may start only with the lower or the upper case form of the phrase's first character;
-// of a double-byte one the lead bytes are compared.
-bool PhraseSearch::MayStart(const char* p) const
+void PhraseSearch::SetFilters()
 {
-    const unsigned c = m_unit == Utf16 ? LoadUnit(p) : LoadByte(p);
-    return c == m_starts[0] || c == m_starts[1];
+    const char* const end = m_phrase + m_length;
+    const Element first = ElementAt(m_unit, false, m_phrase, end);
+    Element last = first;
+    if (m_unit == Character) {
+        for (const char* p = m_phrase; p < end; p += last.size)
+            last = ElementAt(m_unit, false, p, end);
+        m_endsInLead = last.size == 1 && IsLeadByte(end[-1]);
+    } else if (m_unit == Byte) {
+        last = ElementAt(m_unit, false, end - 1, end);
+    }
+
+    const auto setForms = [this](Filter& filter, int offset, unsigned lower, unsigned upper) {
+        filter = {offset, {static_cast<char>(lower), static_cast<char>(upper)}};
+    };
+    if (m_unit == Utf16 && m_ignoreCase) {
+        // The first unit has two cases; the others may have more.
+        const unsigned lower = ToLowerW(static_cast<WCHAR>(first.value));
+        const unsigned upper = ToUpperW(static_cast<WCHAR>(first.value));
+        setForms(m_filters[0], 0, lower, upper);
+        setForms(m_filters[1], 1, lower >> 8, upper >> 8);
+        return;
+    }
+    if (m_unit == Utf16) {
+        // High bytes are all alike.
+        const int offset = m_length > 2 ? m_length - 2 : 1;
+        setForms(m_filters[0], 0, LoadByte(m_phrase), LoadByte(m_phrase));
+        setForms(m_filters[1], offset, LoadByte(m_phrase + offset), LoadByte(m_phrase + offset));
+        return;
+    }
+    // So are lead bytes: of a double-byte character the trail byte is taken.
+    const auto setFilter = [&](Filter& filter, int offset, unsigned value) {
+        const bool folds = m_ignoreCase && (m_unit == Character || value < 0x80);
+        setForms(filter, offset, folds ? ToLowerMbc(value) : value,
+                 folds ? ToUpperMbc(value) : value);
+    };
+    setFilter(m_filters[0], first.size - 1, first.value);
+    setFilter(m_filters[1], m_length - 1, last.value);
+}
+
+bool PhraseSearch::PassesFilters(const char* p) const
+{
+    for (const Filter& filter : m_filters) {
+        const char c = p[filter.offset];
+        if (c != filter.forms[0] && c != filter.forms[1])
+            return false;
+    }
+    return true;
 }
 
 // Compares the phrase with the text at p, of which `end - p` bytes are at least m_length; adds
 // to `cost` the bytes looked at.
 bool PhraseSearch::Matches(const char* p, const char* end, INT64& cost) const
 {
-    if (m_endsInLead && p + m_length < end && IsTrailByte(p[m_length])) {
-        ++cost;
+    if (m_endsInLead && p + m_length < end && IsTrailByte(p[m_length]))
         return false;
-    }
     if (!m_ignoreCase) {
         const auto length = static_cast<std::size_t>(m_length);
         const bool equal = std::memcmp(p, m_phrase, length) == 0;
@@ -188,11 +202,6 @@ const char* PhraseSearch::FindFirst(const char* from, const char* end) const
 {
     if (m_length < 1 || end - from < m_length)
         return nullptr;
-    return m_ignoreCase ? FindFolded(from, end) : FindExact(from, end);
-}
-
-const char* PhraseSearch::FindExact(const char* from, const char* end) const
-{
     CharacterBoundary boundary(from);
     const char* const lastStart = end - m_length;
     INT64 cost = -kFreeCost;
@@ -205,18 +214,22 @@ const char* PhraseSearch::FindExact(const char* from, const char* end) const
     };
     const auto tooCostly = [&](const char* p) { return cost > (p - from) * kCostPerByte; };
 
-    // Lead bytes are all alike; the trail byte tells more.
-    const int first = m_length > 1 && m_unit == Character && IsLeadByte(*m_phrase) ? 1 : 0;
-    const int last = m_length - 1;
     const char* p = from;
-#ifdef TLVN_SSE2
-    const __m128i firstBytes = _mm_set1_epi8(m_phrase[first]);
-    const __m128i lastBytes = _mm_set1_epi8(m_phrase[last]);
+#ifdef TLVN_HAS_SSE2
+    const auto load = [](const char* at) {
+        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    };
+    const auto passes = [](__m128i bytes, __m128i lower, __m128i upper) {
+        return _mm_or_si128(_mm_cmpeq_epi8(bytes, lower), _mm_cmpeq_epi8(bytes, upper));
+    };
+    const __m128i lower0 = _mm_set1_epi8(m_filters[0].forms[0]);
+    const __m128i upper0 = _mm_set1_epi8(m_filters[0].forms[1]);
+    const __m128i lower1 = _mm_set1_epi8(m_filters[1].forms[0]);
+    const __m128i upper1 = _mm_set1_epi8(m_filters[1].forms[1]);
     for (; lastStart - p >= 16; p += 16) {
-        const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + first));
-        const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + last));
-        unsigned hits = static_cast<unsigned>(_mm_movemask_epi8(
-            _mm_and_si128(_mm_cmpeq_epi8(a, firstBytes), _mm_cmpeq_epi8(b, lastBytes))));
+        const __m128i hits16 = _mm_and_si128(passes(load(p + m_filters[0].offset), lower0, upper0),
+                                             passes(load(p + m_filters[1].offset), lower1, upper1));
+        auto hits = static_cast<unsigned>(_mm_movemask_epi8(hits16));
         for (; hits != 0; hits &= hits - 1) {
             const char* candidate = p + std::countr_zero(hits);
             if (accepts(candidate))
@@ -227,25 +240,10 @@ const char* PhraseSearch::FindExact(const char* from, const char* end) const
     }
 #endif
     for (; p <= lastStart; ++p) {
-        if (p[first] == m_phrase[first] && p[last] == m_phrase[last] && accepts(p))
+        if (PassesFilters(p) && accepts(p))
             return p;
         if (tooCostly(p + 1))
             return FindByTable(from, p + 1, end);
-    }
-    return nullptr;
-}
-
-const char* PhraseSearch::FindFolded(const char* from, const char* end) const
-{
-    const char* const lastStart = end - m_length;
-    INT64 cost = -kFreeCost;
-    const char* p = from;
-    while (p <= lastStart) {
-        if (MayStart(p) && Matches(p, end, cost))
-            return p;
-        p += m_unit == Utf16 ? 2 : m_unit == Character ? CharLength(p, end) : 1;
-        if (cost > (p - from) * kCostPerByte)
-            return FindByTable(from, p, end);
     }
     return nullptr;
 }
@@ -258,11 +256,11 @@ const char* PhraseSearch::FindByTable(const char* from, const char* p, const cha
     else if (m_unit == Character && p < end && !CharacterBoundary(from).IsStart(p))
         ++p;
 
-    FailureTable table(Elements());
+    FailureTable table = GuardMemory([this] { return FailureTable(Elements()); });
     while (p < end) {
         const Element element = ElementAt(m_unit, m_ignoreCase, p, end);
         p += element.size;
-        if (table.Feed(element.value) && MayStart(p - m_length))
+        if (table.Feed(element.value) && PassesFilters(p - m_length))
             return p - m_length;
     }
     return nullptr;
@@ -280,7 +278,7 @@ const char* PhraseSearch::FindLast(const char* begin, const char* from, const ch
     const char* const top = from;
     INT64 cost = -kFreeCost;
     for (const char* p = from; p >= begin; p -= step) {
-        if (!MayStart(p) || (m_unit == Character && !boundary.IsStart(p)))
+        if (!PassesFilters(p) || (m_unit == Character && !boundary.IsStart(p)))
             continue;
         if (Matches(p, end, cost))
             return p;
@@ -298,9 +296,11 @@ const char* PhraseSearch::FindLastByTable(const char* begin, const char* end) co
     if (m_unit == Character && !boundary.IsStart(end))
         --end;
 
-    std::vector<unsigned> backwards = Elements();
-    std::reverse(backwards.begin(), backwards.end());
-    FailureTable table(std::move(backwards));
+    FailureTable table = GuardMemory([this] {
+        std::vector<unsigned> backwards = Elements();
+        std::reverse(backwards.begin(), backwards.end());
+        return FailureTable(std::move(backwards));
+    });
     const char* p = end;
     while (p > begin) {
         int size = 1;
@@ -309,7 +309,7 @@ const char* PhraseSearch::FindLastByTable(const char* begin, const char* end) co
         else if (m_unit == Character && p - begin >= 2 && !boundary.IsStart(p - 1))
             size = 2;
         p -= size;
-        if (table.Feed(MakeElement(m_unit, m_ignoreCase, p, size).value) && MayStart(p))
+        if (table.Feed(MakeElement(m_unit, m_ignoreCase, p, size).value) && PassesFilters(p))
             return p;
     }
     return nullptr;

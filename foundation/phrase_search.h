@@ -9,10 +9,10 @@
 // full-width letters of the code page (Character), or by the simple case mapping of Unicode
 // (Utf16).
 //
-// A search with regard to case looks for the first and the last byte of the phrase, 16 positions
-// at a time, and compares only there; one without regard looks for the first character. Where
-// that compares too much (a phrase and a text of one letter), the rest of the text is searched
-// with the failure table of Knuth, Morris and Pratt.
+// Two bytes of the phrase, chosen to be telling, in both their cases, are looked for at 16
+// positions at a time; the phrase is compared only where both stand. Where that compares too much
+// (a phrase and a text of one letter), the rest of the text is searched with the failure table of
+// Knuth, Morris and Pratt.
 //
 // The phrase has to outlive the object.
 
@@ -41,20 +41,25 @@ public:
     const char* FindLast(const char* begin, const char* from, const char* end) const;
 
 private:
-    const char* FindExact(const char* from, const char* end) const;
-    const char* FindFolded(const char* from, const char* end) const;
+    // A byte that every match has at this offset, in one of two forms.
+    struct Filter {
+        int offset;
+        char forms[2];
+    };
+
+    void SetFilters();
     const char* FindByTable(const char* from, const char* p, const char* end) const;
     const char* FindLastByTable(const char* begin, const char* end) const;
     std::vector<unsigned> Elements() const;
-    bool MayStart(const char* p) const;
+    bool PassesFilters(const char* p) const;
     bool Matches(const char* p, const char* end, INT64& cost) const;
 
     Unit m_unit;
     const char* m_phrase;
     int m_length;
     bool m_ignoreCase;
-    bool m_endsInLead;    // the phrase ends in half a character: no match may split one
-    unsigned m_starts[2]; // first byte or unit of a match, in lower and upper case
+    bool m_endsInLead; // the phrase ends in half a character: no match may split one
+    Filter m_filters[2];
 };
 
 } // namespace tlvn
