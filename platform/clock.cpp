@@ -37,7 +37,7 @@ constexpr INT64 DaysOfMonth(INT64 year, int month)
 bool ToUtcTime(INT64 time, std::tm& utc)
 {
     const INT64 day = FloorDivide(time, kSecondsPerDay);
-    const int second = static_cast<int>(time - day * kSecondsPerDay);
+    const int second = static_cast<int>((time % kSecondsPerDay + kSecondsPerDay) % kSecondsPerDay);
 
     const INT64 shifted = day + kDaysToEpoch;
     const INT64 era = FloorDivide(shifted, kDaysPerEra);

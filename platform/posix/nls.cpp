@@ -7,6 +7,7 @@
 #include <unicode/uchar.h>
 #include <unicode/ucol.h>
 #include <unicode/udat.h>
+#include <unicode/uloc.h>
 
 #include <memory>
 
@@ -25,7 +26,10 @@ const UCollator* UserCollator()
 {
     static const UCollator* const collator = [] {
         UErrorCode status = U_ZERO_ERROR;
-        UCollator* opened = ucol_open(nullptr, &status);
+        // The C locale orders by code; the order of no particular language stands in.
+        const char* const locale = uloc_getDefault();
+        const bool plain = std::string_view(locale) == "en_US_POSIX";
+        UCollator* opened = ucol_open(plain ? "" : locale, &status);
         return U_SUCCESS(status) ? opened : nullptr;
     }();
     return collator;
