@@ -135,7 +135,7 @@ void PhraseSearch::SetFilters()
         last = ElementAt(m_unit, false, end - 1, end);
     }
 
-    const auto setForms = [this](Filter& filter, int offset, unsigned lower, unsigned upper) {
+    const auto setForms = [](Filter& filter, int offset, unsigned lower, unsigned upper) {
         filter = {offset, {static_cast<char>(lower), static_cast<char>(upper)}};
     };
     if (m_unit == Utf16 && m_ignoreCase) {
