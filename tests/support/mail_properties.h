@@ -1,0 +1,94 @@
+// What holds for every mail, whatever its bytes: shared by the random test and the fuzz target.
+
+#pragma once
+
+#include "viewer/header_text.h"
+#include "viewer/links.h"
+#include "viewer/mail_reader.h"
+#include "viewer/show_json.h"
+#include "viewer/show_text.h"
+
+#include <string>
+#include <string_view>
+
+// By the definition of UTF-8: no overlong form, no surrogate, nothing above U+10FFFF.
+inline bool IsWellFormedUtf8(std::string_view text)
+{
+    constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+    for (std::size_t i = 0; i < text.size();) {
+        const auto first = static_cast<unsigned char>(text[i++]);
+        const int more = first < 0x80 ? 0 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+        if ((first >= 0x80 && first < 0xC0) || first > 0xF7)
+            return false;
+        char32_t c = more == 0 ? first : first & (0x3Fu >> more);
+        for (int k = 0; k < more; ++k, ++i) {
+            if (i >= text.size() || (text[i] & 0xC0) != 0x80)
+                return false;
+            c = c << 6 | (text[i] & 0x3F);
+        }
+        if (c < kSmallest[more] || c > 0x10FFFF || (c >= 0xD800 && c < 0xE000))
+            return false;
+    }
+    return true;
+}
+
+// Whether some line of the body is the boundary's, closing or not.
+inline bool HasBoundaryLine(std::string_view body, std::string boundary)
+{
+    while (boundary.ends_with(' '))
+        boundary.pop_back();
+    while (!body.empty()) {
+        const std::size_t end = body.find('\n');
+        std::string line(body.substr(0, end));
+        while (!line.empty() && std::string_view(" \t\r\v\f").find(line.back()) != line.npos)
+            line.pop_back();
+        if (line == "--" + boundary || line == "--" + boundary + "--")
+            return true;
+        body.remove_prefix(end == body.npos ? body.size() : end + 1);
+    }
+    return false;
+}
+
+// The property the mail violates, or empty.
+inline std::string CheckMail(const std::string& bytes)
+{
+    using namespace tlvn;
+    const Mail mail(bytes);
+    const auto& parts = mail.GetParts();
+    const char* lastEnd = nullptr;
+    for (const MailPart& part : parts) {
+        if (part.body.data() != nullptr && part.body.data() < lastEnd)
+            return "bodies overlap or are out of order";
+        if (part.body.data() != nullptr)
+            lastEnd = part.body.data() + part.body.size();
+        DecodeBody(part, 100'000);
+        for (int outer = part.parent; outer >= 0;) {
+            const MailPart& multipart = parts[static_cast<std::size_t>(outer)];
+            const ParameterList type(FindField(multipart.fields, "content-type")->value);
+            if (!multipart.container)
+                return "a part inside of a part that is no multipart";
+            if (HasBoundaryLine(part.body, std::string(type.Find("boundary"))))
+                return "a body goes past the boundary of a multipart it is in";
+            outer = multipart.parent;
+        }
+        if (!IsWellFormedUtf8(part.fileName))
+            return "a file name is no UTF-8";
+    }
+
+    if (!IsWellFormedUtf8(FormatMailJson(mail)))
+        return "the JSON is no UTF-8";
+    const std::string shown = FormatMailText(mail);
+    if (shown != MakeHarmless(shown, true))
+        return "the text shown is not harmless";
+
+    const std::string text = ToUtf8(mail.ReadText());
+    lastEnd = text.data();
+    for (const Link& link : FindLinks(text)) {
+        if (link.text.empty() || link.text.data() < lastEnd)
+            return "links are empty, overlap or are out of order";
+        lastEnd = link.text.data() + link.text.size();
+        if (link.text.find_first_of(" \n<>\"") != link.text.npos)
+            return "a link goes past its end";
+    }
+    return {};
+}
