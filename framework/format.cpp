@@ -6,6 +6,7 @@
 #include <charconv>
 #include <climits>
 #include <cmath>
+#include <cstdlib>
 #include <stdexcept>
 #include <string_view>
 #include <type_traits>

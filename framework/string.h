@@ -12,7 +12,8 @@
 //   log.Format("%s", (const char*)name);    // a CString itself cannot be passed for "%s"
 //
 // The content is held by a std::basic_string; unlike with the MFC, copies are not shared and a
-// CString has not the layout of a pointer, so that the cast in the last line is needed. Lack of
+// CString has not the layout of a pointer, so that the cast in the last line is needed (without
+// it, the line does not compile). Lack of
 // memory, and a length above INT_MAX, throw the memory exception.
 
 #pragma once
@@ -343,35 +344,28 @@ public:
 
     // printf-like formatting, described in framework/format.h. The second form takes the format
     // from the string table.
-    void Format(PCXSTR format, ...)
+    template <class... Args>
+    void Format(PCXSTR format, Args... args)
     {
-        std::va_list args;
-        va_start(args, format);
-        FormatV(format, args);
-        va_end(args);
+        static_assert((std::is_scalar_v<Args> && ...), "cast a CString for %s to const char*");
+        FormatArguments(format, args...);
     }
-    void Format(UINT formatId, ...)
+    template <class... Args>
+    void Format(UINT formatId, Args... args)
     {
-        const CStringT format = Message(formatId);
-        std::va_list args;
-        va_start(args, formatId);
-        FormatV(format, args);
-        va_end(args);
+        Format(static_cast<PCXSTR>(Message(formatId)), args...);
     }
-    void AppendFormat(PCXSTR format, ...)
+    template <class... Args>
+    void AppendFormat(PCXSTR format, Args... args)
     {
-        std::va_list args;
-        va_start(args, format);
-        AppendFormatV(format, args);
-        va_end(args);
+        CStringT text;
+        text.Format(format, args...);
+        *this += text;
     }
-    void AppendFormat(UINT formatId, ...)
+    template <class... Args>
+    void AppendFormat(UINT formatId, Args... args)
     {
-        const CStringT format = Message(formatId);
-        std::va_list args;
-        va_start(args, formatId);
-        AppendFormatV(format, args);
-        va_end(args);
+        AppendFormat(static_cast<PCXSTR>(Message(formatId)), args...);
     }
     // The arguments may point into the text itself.
     void FormatV(PCXSTR format, std::va_list args) { m_text = tlvn::FormatText(format, args); }
@@ -424,6 +418,13 @@ private:
     {
         return Converted(text == nullptr ? std::basic_string_view<YCHAR>()
                                          : std::basic_string_view<YCHAR>(text));
+    }
+    void FormatArguments(PCXSTR format, ...)
+    {
+        std::va_list args;
+        va_start(args, format);
+        FormatV(format, args);
+        va_end(args);
     }
     static CStringT Message(UINT id)
     {

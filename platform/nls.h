@@ -54,7 +54,8 @@ TLVN_API UINT GetSystemCodePage();
 
 // True when Unicode assigns a character to the unit, as GetStringTypeW's C1_DEFINED does.
 TLVN_API bool IsDefinedCharacter(WCHAR c);
-// Simple case mapping of one unit, independent of the locale.
+// Simple case mapping of one unit, independent of the locale: of the letters whose other case
+// leads back to them, so that no sign (U+212A Kelvin, U+017F long s) becomes an ASCII letter.
 TLVN_API WCHAR ToLowerW(WCHAR c);
 TLVN_API WCHAR ToUpperW(WCHAR c);
 // White space: U+0009-000D, 0020, 0085, 00A0, 1680, 2000-200A, 2028, 2029, 202F, 205F, 3000.

@@ -180,14 +180,16 @@ WCHAR ToLowerW(WCHAR c)
 {
     if (c < 0x80)
         return c >= TW('A') && c <= TW('Z') ? static_cast<WCHAR>(c + 0x20) : c;
-    return static_cast<WCHAR>(u_tolower(c));
+    const UChar32 lower = u_tolower(c);
+    return u_toupper(lower) == c ? static_cast<WCHAR>(lower) : c;
 }
 
 WCHAR ToUpperW(WCHAR c)
 {
     if (c < 0x80)
         return c >= TW('a') && c <= TW('z') ? static_cast<WCHAR>(c - 0x20) : c;
-    return static_cast<WCHAR>(u_toupper(c));
+    const UChar32 upper = u_toupper(c);
+    return u_tolower(upper) == c ? static_cast<WCHAR>(upper) : c;
 }
 
 int CollateTexts(const char* a, const char* b)

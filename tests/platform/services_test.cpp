@@ -22,7 +22,8 @@ TEST(Services, WhiteSpaceIsThatOfTheTable)
     EXPECT_EQ(found, expected);
 }
 
-// Rows with letters of several scripts; a dotless i and sharp s must stay single units.
+// Letters of several scripts. What does not lead back to itself stays as it is: Kelvin sign,
+// long s, dotless i, micro sign, sharp s.
 TEST(Services, CaseOfOneUnit)
 {
     const struct {
@@ -34,7 +35,7 @@ TEST(Services, CaseOfOneUnit)
         EXPECT_EQ(ToLowerW(p.upper), p.lower);
         EXPECT_EQ(ToUpperW(p.lower), p.upper);
     }
-    for (const WCHAR c : TW("[@`{\u00DF\u3042\u4E00\uFF71")) {
+    for (const WCHAR c : TW("[@`{\u212A\u017F\u0131\u00B5\u00DF\u3042\u4E00\uFF71")) {
         EXPECT_EQ(ToLowerW(c), c);
         EXPECT_EQ(ToUpperW(c), c);
     }
