@@ -12,7 +12,7 @@
 namespace tlvn {
 
 TLVN_API INT64 GetSystemTime();
-TLVN_API DWORD GetTickMilliseconds();   // since an arbitrary start; wraps after 49.7 days
+TLVN_API DWORD GetTickMilliseconds(); // since an arbitrary start; wraps after 49.7 days
 
 // False when the year does not fit (the result is then unchanged).
 TLVN_API bool ToLocalTime(INT64 time, std::tm& local);

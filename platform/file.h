@@ -17,10 +17,10 @@ namespace tlvn {
 
 enum class FileError {
     None,
-    NotFound,        // the file does not exist
-    BadPath,         // a folder of the path does not exist, or the path is malformed
+    NotFound, // the file does not exist
+    BadPath,  // a folder of the path does not exist, or the path is malformed
     TooManyOpen,
-    AccessDenied,    // also: a folder, or a read-only file opened for writing
+    AccessDenied, // also: a folder, or a read-only file opened for writing
     InvalidHandle,
     Sharing,
     Lock,
@@ -36,9 +36,9 @@ enum FileAccess : unsigned { kFileRead = 1, kFileWrite = 2 };
 
 enum class FileCreation {
     OpenExisting,
-    OpenAlways,      // create when missing, keep the content
-    CreateAlways,    // create when missing, else empty it
-    CreateNew,       // fail with AlreadyExists when there is one
+    OpenAlways,   // create when missing, keep the content
+    CreateAlways, // create when missing, else empty it
+    CreateNew,    // fail with AlreadyExists when there is one
 };
 
 // An open file. Closed by CloseFile, never copied.
@@ -47,7 +47,7 @@ constexpr FileHandle kNoFile = -1;
 
 struct FileResult {
     FileError error = FileError::None;
-    long systemError = 0;   // errno or GetLastError of the failed call, 0 when none
+    long systemError = 0; // errno or GetLastError of the failed call, 0 when none
     explicit operator bool() const { return error == FileError::None; }
 };
 
@@ -55,10 +55,10 @@ struct FileResult {
 TLVN_API FileError ClassifyFileError(long systemError);
 
 // `access` is what this opener does, `deny` what it forbids others (both FileAccess bits).
-TLVN_API FileResult OpenFile(const char* path, unsigned access, unsigned deny, FileCreation creation,
-                             FileHandle& file);
-TLVN_API FileResult OpenFile(const WCHAR* path, unsigned access, unsigned deny, FileCreation creation,
-                             FileHandle& file);
+TLVN_API FileResult OpenFile(const char* path, unsigned access, unsigned deny,
+                             FileCreation creation, FileHandle& file);
+TLVN_API FileResult OpenFile(const WCHAR* path, unsigned access, unsigned deny,
+                             FileCreation creation, FileHandle& file);
 TLVN_API FileResult CloseFile(FileHandle file);
 
 // Reads up to `size` bytes at the file position; `done` is less than `size` only at the end.
@@ -82,9 +82,9 @@ TLVN_API FileResult ReplaceFileWith(const char* from, const char* to);
 
 struct FileInfo {
     INT64 size = 0;
-    INT64 modified = 0;   // seconds since 1970-01-01 00:00 UTC
+    INT64 modified = 0; // seconds since 1970-01-01 00:00 UTC
     INT64 accessed = 0;
-    INT64 created = 0;    // status change where the file system keeps no creation time
+    INT64 created = 0; // status change where the file system keeps no creation time
     bool directory = false;
     bool readOnly = false;
 };

@@ -24,7 +24,7 @@ using WStringView = std::basic_string_view<WCHAR>;
 using ConversionResult = int;
 constexpr ConversionResult kConverted = 0;
 constexpr ConversionResult kConvertedWithLoss = 1;
-constexpr ConversionResult kUnknownCodePage = static_cast<int>(0x80070057);   // E_INVALIDARG
+constexpr ConversionResult kUnknownCodePage = static_cast<int>(0x80070057); // E_INVALIDARG
 
 // Bytes that are invalid in the page become what Windows makes of them in that page and count
 // as loss. `out` is replaced.
