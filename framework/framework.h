@@ -17,12 +17,16 @@
 #else
 
 #include "framework/arrays.h"
+#include "framework/dc.h"
 #include "framework/exception.h"
 #include "framework/file.h"
 #include "framework/file_exception.h"
+#include "framework/gdi_object.h"
 #include "framework/geometry.h"
+#include "framework/menu.h"
 #include "framework/object.h"
 #include "framework/string.h"
 #include "framework/time.h"
+#include "framework/wnd.h"
 
 #endif
