@@ -52,7 +52,7 @@ std::string ToChars(double value, std::chars_format format, int precision)
 // %#g: the digits of %e or %f with all zeros kept, chosen by the exponent as C does.
 std::string ToCharsKeepingZeros(double value, int precision)
 {
-    const std::string scientific = ToChars(value, std::chars_format::scientific, precision - 1);
+    std::string scientific = ToChars(value, std::chars_format::scientific, precision - 1);
     int exponent = 0;
     const std::size_t mark = scientific.find('e');
     const char* digits = scientific.data() + mark + 1;
