@@ -103,37 +103,63 @@ int Copy(const char* text, int len, CBuffer& out)
     return kConverted;
 }
 
-// The text as Shift_JIS when `codePage` is ISO-2022-JP or EUC-JP, which then becomes 932.
-// `scratch` holds the converted text.
-void PivotToShiftJis(UINT& codePage, const char*& text, int& len, CBuffer& scratch)
+bool IsPivotedPage(UINT codePage)
+{
+    return codePage == kIso2022JpPage || codePage == kEucJpPage;
+}
+
+// The code page in which text of the page meets UTF-16.
+UINT ShiftJisFor(UINT codePage)
+{
+    return IsPivotedPage(codePage) ? kShiftJisPage : codePage;
+}
+
+// Between a pivoted page and Shift_JIS.
+void ToShiftJis(UINT codePage, const char* text, int len, CBuffer& out)
 {
     if (codePage == kIso2022JpPage)
-        ConvertJisToSJis(text, len, scratch);
-    else if (codePage == kEucJpPage)
-        ConvertEucToSJis(text, len, scratch);
+        ConvertJisToSJis(text, len, out);
     else
+        ConvertEucToSJis(text, len, out);
+}
+void FromShiftJis(UINT codePage, const char* text, int len, CBuffer& out)
+{
+    if (codePage == kIso2022JpPage)
+        ConvertSJisToJis(text, len, out);
+    else
+        ConvertSJisToEuc(text, len, out);
+}
+
+// Makes the text Shift_JIS, held by `scratch`, when it is of a pivoted page.
+void Pivot(UINT codePage, const char*& text, int& len, CBuffer& scratch)
+{
+    if (!IsPivotedPage(codePage))
         return;
-    codePage = kShiftJisPage;
+    ToShiftJis(codePage, text, len, scratch);
     text = scratch;
     len = scratch.GetLength();
 }
 
-// Turns the Shift_JIS text in `out` into ISO-2022-JP or EUC-JP when `codePage` is that.
-void PivotFromShiftJis(UINT codePage, CBuffer& out)
+// Makes the Shift_JIS text in `out` one of the page when that is pivoted.
+void Unpivot(UINT codePage, CBuffer& out)
 {
-    if (codePage != kIso2022JpPage && codePage != kEucJpPage)
+    if (!IsPivotedPage(codePage))
         return;
     CBuffer shiftJis;
     shiftJis.MoveFrom(out);
-    if (codePage == kIso2022JpPage)
-        ConvertSJisToJis(shiftJis, shiftJis.GetLength(), out);
-    else
-        ConvertSJisToEuc(shiftJis, shiftJis.GetLength(), out);
+    FromShiftJis(codePage, shiftJis, shiftJis.GetLength(), out);
 }
 
-constexpr UINT ShiftJisFor(UINT codePage)
+// Between two pages of Japanese text, without UTF-16.
+void ConvertJapanese(UINT fromCodePage, const char* text, int len, UINT toCodePage, CBuffer& out)
 {
-    return codePage == kIso2022JpPage || codePage == kEucJpPage ? kShiftJisPage : codePage;
+    if (!IsPivotedPage(toCodePage)) {
+        ToShiftJis(fromCodePage, text, len, out);
+        return;
+    }
+    CBuffer shiftJis;
+    Pivot(fromCodePage, text, len, shiftJis);
+    FromShiftJis(toCodePage, text, len, out);
 }
 
 // The page by which text of the type is converted; JIS and EUC-JP have their own here, too.
@@ -166,24 +192,23 @@ int ConvertToOtherCodePage2(UINT fromCodePage, const char* text, int len, UINT t
     if (fromCodePage == toCodePage)
         return Copy(text, len, out);
 
-    CBuffer shiftJis;
-    PivotToShiftJis(fromCodePage, text, len, shiftJis);
+    const UINT source = ShiftJisFor(fromCodePage);
     const UINT target = ShiftJisFor(toCodePage);
-    int result = kConverted;
-    if (fromCodePage == target) {
-        Copy(text, len, out);
-    } else {
-        CBuffer utf16;
-        const int widened = Widen(fromCodePage, text, len, utf16);
-        if (widened < 0)
-            return widened;
-        const int narrowed = Narrow(target, utf16, utf16.GetLength(), out, dropUnmappable);
-        if (narrowed < 0)
-            return narrowed;
-        result = widened != kConverted || narrowed != kConverted ? kConvertedWithLoss : kConverted;
+    if (source == target) {
+        ConvertJapanese(fromCodePage, text, len, toCodePage, out);
+        return kConverted;
     }
-    PivotFromShiftJis(toCodePage, out);
-    return result;
+    CBuffer shiftJis;
+    Pivot(fromCodePage, text, len, shiftJis);
+    CBuffer utf16;
+    const int widened = Widen(source, text, len, utf16);
+    if (widened < 0)
+        return widened;
+    const int narrowed = Narrow(target, utf16, utf16.GetLength(), out, dropUnmappable);
+    if (narrowed < 0)
+        return narrowed;
+    Unpivot(toCodePage, out);
+    return widened != kConverted || narrowed != kConverted ? kConvertedWithLoss : kConverted;
 }
 
 int ConvertToOtherCodeType2(CodeType from, const char* text, int len, CodeType to, CBuffer& out,
@@ -198,14 +223,14 @@ int ConvertToOtherCodeType2(CodeType from, const char* text, int len, CodeType t
     if (from == CT_UNICODE) {
         const UINT target = HubPage(to);
         const int result = Narrow(ShiftJisFor(target), text, len, out, dropUnmappable);
-        PivotFromShiftJis(target, out);
+        Unpivot(target, out);
         return result;
     }
     if (to == CT_UNICODE) {
-        UINT source = HubPage(from);
+        const UINT source = HubPage(from);
         CBuffer shiftJis;
-        PivotToShiftJis(source, text, len, shiftJis);
-        return Widen(source, text, len, out);
+        Pivot(source, text, len, shiftJis);
+        return Widen(ShiftJisFor(source), text, len, out);
     }
     return ConvertToOtherCodePage2(HubPage(from), text, len, HubPage(to), out, dropUnmappable);
 }

@@ -31,20 +31,22 @@ constexpr bool IsEucByte(BYTE b)
 }
 
 // A Shift_JIS lead byte stands for two rows: the trail bytes up to 9E for the odd one, those
-// from 9F for the even one. 7F is left out of the trail bytes.
-inline void PutJisPair(BYTE s1, BYTE s2, BYTE highBit, BYTE* out)
+// from 9F for the even one. 7F is left out of the trail bytes. Which of the cases a character
+// is cannot be foreseen, so there are no branches.
+inline void PutJisPair(int s1, int s2, int highBit, BYTE* out)
 {
-    const int odd = s2 < 0x9F ? 1 : 0;
-    const int rowOffset = s1 < 0xA0 ? 0x70 : 0xB0;
-    const int cellOffset = odd == 0 ? 0x7E : s2 > 0x7F ? 0x20 : 0x1F;
-    out[0] = static_cast<BYTE>((2 * (s1 - rowOffset) - odd) + highBit);
-    out[1] = static_cast<BYTE>((s2 - cellOffset) + highBit);
+    const int odd = s2 < 0x9F;
+    const int rowOffset = 0xB0 - 0x40 * (s1 < 0xA0);
+    const int cellOffset = 0x7E - (-odd & (0x5F - (s2 > 0x7F)));
+    out[0] = static_cast<BYTE>(2 * (s1 - rowOffset) - odd + highBit);
+    out[1] = static_cast<BYTE>(s2 - cellOffset + highBit);
 }
 
 inline void PutSJisPair(int j1, int j2, BYTE* out)
 {
-    const int rowOffset = j1 < 0x5F ? 0x70 : 0xB0;
-    const int cellOffset = j1 % 2 == 0 ? 0x7E : j2 > 0x5F ? 0x20 : 0x1F;
+    const int odd = j1 & 1;
+    const int rowOffset = 0xB0 - 0x40 * (j1 < 0x5F);
+    const int cellOffset = 0x7E - (-odd & (0x5F - (j2 > 0x5F)));
     out[0] = static_cast<BYTE>((j1 + 1) / 2 + rowOffset);
     out[1] = static_cast<BYTE>(j2 + cellOffset);
 }
@@ -173,6 +175,16 @@ void ConvertJisToSJis(const char* text, int len, CBuffer& out)
     bool kanji = false;
     bool katakana = false;
     while (p < end) {
+        // Only control characters end a run of one kind.
+        if (kanji && !katakana) {
+            for (; end - p >= 2 && *p >= ' '; p += 2, o += 2)
+                PutSJisPair(p[0], p[1], o);
+        } else if (!katakana) {
+            while (p < end && *p >= ' ')
+                *o++ = *p++;
+        }
+        if (p == end)
+            break;
         const BYTE b = *p;
         if (b == kEsc) {
             const Designation designation = ReadDesignation(p, end);
