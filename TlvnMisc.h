@@ -13,3 +13,18 @@
 #include "foundation/str_exception.h"
 #include "foundation/text_buffer.h"
 #include "foundation/trace.h"
+
+#include "charcode/charset.h"
+#include "charcode/convert.h"
+#include "charcode/detect.h"
+#include "charcode/japanese.h"
+#include "charcode/kana.h"
+
+#include "mailtext/base64.h"
+#include "mailtext/quoted_printable.h"
+#include "mailtext/transfer_encoding.h"
+#include "mailtext/uuencode.h"
+
+#include "editor/color.h"
+#include "editor/editor_wnd.h"
+#include "editor/metrics.h"

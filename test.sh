@@ -15,7 +15,7 @@ run_asan() {
     install_packages native
     configure_and_build asan
     ctest --preset asan -j "$(nproc)"
-    scripts/test-programs.sh build/asan/viewer/tolvan-show
+    tests/viewer/show_test.sh build/asan/viewer/tolvan-show
     scripts/test-consumer.sh asan
 }
 

@@ -4,7 +4,7 @@
 #
 #   tests/viewer/show_test.sh PATH/TO/tolvan-show
 set -u
-show=$1
+show=$(realpath "$1")
 samples=$(cd "$(dirname "$0")/../../samples" && pwd)
 work=$(mktemp -d)
 trap 'chmod -R u+rwx "$work"; rm -rf "$work"' EXIT
@@ -40,6 +40,19 @@ for mail in "$samples"/*.eml; do
         failures=$((failures + 1))
     fi
 done
+
+expect "picture" 0 0 --svg picture.svg "$samples/01-iso-2022-jp.eml"
+if command -v python3 >/dev/null &&
+    ! python3 -c 'import xml.dom.minidom; xml.dom.minidom.parse("picture.svg")'; then
+    echo "FAILED picture: no XML"
+    failures=$((failures + 1))
+fi
+# The mail is shown, but the picture is not made.
+timeout 10 "$show" --svg missing/picture.svg "$samples/01-iso-2022-jp.eml" >out 2>err
+if [ $? -ne 1 ] || [ "$(wc -l <err)" -ne 1 ]; then
+    echo "FAILED picture in a missing folder"
+    failures=$((failures + 1))
+fi
 
 expect "no argument" 2 1
 expect "two files" 2 1 a.eml b.eml
