@@ -21,7 +21,7 @@ inline int CellsOf(WCHAR c)
     return g_cellWidths[static_cast<unsigned>(c) >> 2] >> ((c & 3) * 2) & 3;
 }
 
-struct CellFont {
+struct TLVN_API CellFont {
     int height = 16;
     int ascent = 14;
     int half = 8; // width of a half-width character
@@ -39,6 +39,6 @@ struct CellFont {
 };
 
 // The cells of a font of lfHeight (absolute value; 0 means 16) and lfWidth (0: half of it).
-CellFont MakeCellFont(LONG height, LONG width);
+TLVN_API CellFont MakeCellFont(LONG height, LONG width);
 
 } // namespace tlvn::headless

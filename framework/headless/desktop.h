@@ -207,6 +207,7 @@ struct InputEvent {
     bool repeat = false;
     int delta = 0;    // of a wheel
     POINT point = {}; // of the mouse, on the screen
+    INT64 time = 0;   // when it was synthesised
 };
 struct Timer {
     HWND window = nullptr;

@@ -73,17 +73,16 @@ UINT ButtonMessage(int button, bool down)
 bool IsDoubleClick(const InputEvent& event, HWND target)
 {
     Desktop& desk = Desk();
-    const INT64 now = Now();
     const Window* const window = FindWindowOf(target);
     const bool twice =
         window != nullptr && (window->windowClass->style & CS_DBLCLKS) != 0 &&
         desk.lastClickWindow == target && desk.lastClickButton == event.key &&
-        now - desk.lastClickTime <= GetDoubleClickTime() &&
+        event.time - desk.lastClickTime <= GetDoubleClickTime() &&
         std::abs(event.point.x - desk.lastClickPoint.x) <= GetSystemMetrics(SM_CXDOUBLECLK) / 2 &&
         std::abs(event.point.y - desk.lastClickPoint.y) <= GetSystemMetrics(SM_CYDOUBLECLK) / 2;
     desk.lastClickWindow = twice ? nullptr : target;
     desk.lastClickButton = event.key;
-    desk.lastClickTime = now;
+    desk.lastClickTime = event.time;
     desk.lastClickPoint = event.point;
     return twice;
 }
@@ -154,6 +153,12 @@ bool MakeInputMessage(const InputEvent& event, MSG& message, bool remove)
     }
 }
 
+void Enqueue(InputEvent event)
+{
+    event.time = Now();
+    Desk().input.push_back(event);
+}
+
 } // namespace
 
 void TrackLeave(HWND under)
@@ -188,6 +193,8 @@ bool TakeInput(MSG& message, HWND window, UINT first, UINT last, bool remove)
         const bool made = MakeInputMessage(event, message, true);
         if (isKey)
             SetState(desk.keyState, event.key, event.down);
+        if (made)
+            message.time = static_cast<DWORD>(event.time);
         if (made && Matches(message, window, first, last))
             return true;
     }
@@ -203,7 +210,7 @@ void SendKey(int virtualKey, bool down)
     event.down = down;
     event.point = desk.mouse;
     SetState(desk.asyncKeyState, event.key, down);
-    desk.input.push_back(event);
+    Enqueue(event);
 }
 
 void SendKeyPress(int virtualKey)
@@ -231,7 +238,7 @@ void SendMouseMove(POINT point)
     InputEvent event;
     event.kind = InputEvent::Kind::Move;
     event.point = point;
-    desk.input.push_back(event);
+    Enqueue(event);
 }
 
 void SendMouseButton(int button, bool down)
@@ -243,7 +250,7 @@ void SendMouseButton(int button, bool down)
     event.down = down;
     event.point = desk.mouse;
     SetState(desk.asyncKeyState, event.key, down);
-    desk.input.push_back(event);
+    Enqueue(event);
 }
 
 void SendMouseClick(POINT point, int button)
@@ -259,7 +266,7 @@ void SendMouseWheel(int delta)
     event.kind = InputEvent::Kind::Wheel;
     event.delta = delta;
     event.point = Desk().mouse;
-    Desk().input.push_back(event);
+    Enqueue(event);
 }
 
 CaretState GetCaretState()
