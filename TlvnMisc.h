@@ -6,17 +6,22 @@
 
 #include "foundation/allocation.h"
 #include "foundation/buffer.h"
+#include "foundation/char_type.h"
 #include "foundation/code_type.h"
 #include "foundation/fix_buffer.h"
 #include "foundation/multibyte.h"
+#include "foundation/quoted_text.h"
 #include "foundation/scanner.h"
 #include "foundation/str_exception.h"
 #include "foundation/text_buffer.h"
+#include "foundation/text_compare.h"
+#include "foundation/text_search.h"
 #include "foundation/trace.h"
 
 #include "charcode/charset.h"
 #include "charcode/convert.h"
 #include "charcode/detect.h"
+#include "charcode/flagged_char.h"
 #include "charcode/japanese.h"
 #include "charcode/kana.h"
 

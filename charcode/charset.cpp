@@ -106,16 +106,6 @@ bool IsUtf8OrUtf16(CodeType t)
 
 } // namespace
 
-int IsCodeTypeJapanese(CodeType t)
-{
-    return t == CT_JIS || t == CT_EUC || t == CT_SJIS;
-}
-
-int IsCodeTypeUnicode(CodeType t)
-{
-    return t == CT_UTF7 || t == CT_UTF8 || t == CT_UNICODE;
-}
-
 int AsciiByte2Column(int bytes, CodeType t)
 {
     return IsCodeTypeUnicode(t) ? bytes / 2 : bytes;

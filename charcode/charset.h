@@ -9,15 +9,13 @@
 //   CharSetCode2Name(CodeType2DefSend(edit));            // "ISO-2022-JP"
 //
 // No function fails: unknown names and code types give the default that is named with each.
-// Names are compared without regard to case. Predicates answer 1 or 0.
+// Names are compared without regard to case. Predicates answer 1 or 0; those of a family of code
+// types are beside the types (foundation/code_type.h).
 
 #pragma once
 
 #include "foundation/buffer.h"
 #include "foundation/code_type.h"
-
-TLVN_API int IsCodeTypeJapanese(CodeType t);
-TLVN_API int IsCodeTypeUnicode(CodeType t);
 
 // The columns that `bytes` bytes of ASCII text take in code type t: half as many in a Unicode
 // type, whose text is held in UTF-16.

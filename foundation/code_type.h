@@ -32,3 +32,14 @@ enum CodeType : int {
     CT_UTF8 = 1008,
     CT_UNICODE = 2000, // UTF-16 little-endian, the form in which Unicode text is edited
 };
+
+// 1 for the types of Japanese text, which is edited in Shift_JIS.
+constexpr int IsCodeTypeJapanese(CodeType t)
+{
+    return t == CT_JIS || t == CT_EUC || t == CT_SJIS;
+}
+// 1 for the types of Unicode text, which is edited in UTF-16.
+constexpr int IsCodeTypeUnicode(CodeType t)
+{
+    return t == CT_UTF7 || t == CT_UTF8 || t == CT_UNICODE;
+}
