@@ -130,14 +130,17 @@ void FromShiftJis(UINT codePage, const char* text, int len, CBuffer& out)
         ConvertSJisToEuc(text, len, out);
 }
 
-// Makes the text Shift_JIS, held by `scratch`, when it is of a pivoted page.
-void Pivot(UINT codePage, const char*& text, int& len, CBuffer& scratch)
+// Makes the text Shift_JIS, held by `scratch`, when it is of a pivoted page. The conversion
+// itself passes anything on: the result tells whether the text was valid.
+int Pivot(UINT codePage, const char*& text, int& len, CBuffer& scratch)
 {
     if (!IsPivotedPage(codePage))
-        return;
+        return kConverted;
+    const bool valid = codePage == kIso2022JpPage ? IsValidJis(text, len) : IsValidEuc(text, len);
     ToShiftJis(codePage, text, len, scratch);
     text = scratch;
     len = scratch.GetLength();
+    return valid ? kConverted : kConvertedWithLoss;
 }
 
 // Makes the Shift_JIS text in `out` one of the page when that is pivoted.
@@ -157,9 +160,13 @@ void ConvertJapanese(UINT fromCodePage, const char* text, int len, UINT toCodePa
         ToShiftJis(fromCodePage, text, len, out);
         return;
     }
+    if (!IsPivotedPage(fromCodePage)) {
+        FromShiftJis(toCodePage, text, len, out);
+        return;
+    }
     CBuffer shiftJis;
-    Pivot(fromCodePage, text, len, shiftJis);
-    FromShiftJis(toCodePage, text, len, out);
+    ToShiftJis(fromCodePage, text, len, shiftJis);
+    FromShiftJis(toCodePage, shiftJis, shiftJis.GetLength(), out);
 }
 
 // The page by which text of the type is converted; JIS and EUC-JP have their own here, too.
@@ -199,7 +206,7 @@ int ConvertToOtherCodePage2(UINT fromCodePage, const char* text, int len, UINT t
         return kConverted;
     }
     CBuffer shiftJis;
-    Pivot(fromCodePage, text, len, shiftJis);
+    const int pivoted = Pivot(fromCodePage, text, len, shiftJis);
     CBuffer utf16;
     const int widened = Widen(source, text, len, utf16);
     if (widened < 0)
@@ -208,7 +215,7 @@ int ConvertToOtherCodePage2(UINT fromCodePage, const char* text, int len, UINT t
     if (narrowed < 0)
         return narrowed;
     Unpivot(toCodePage, out);
-    return widened != kConverted || narrowed != kConverted ? kConvertedWithLoss : kConverted;
+    return pivoted | widened | narrowed;
 }
 
 int ConvertToOtherCodeType2(CodeType from, const char* text, int len, CodeType to, CBuffer& out,
@@ -229,8 +236,8 @@ int ConvertToOtherCodeType2(CodeType from, const char* text, int len, CodeType t
     if (to == CT_UNICODE) {
         const UINT source = HubPage(from);
         CBuffer shiftJis;
-        Pivot(source, text, len, shiftJis);
-        return Widen(ShiftJisFor(source), text, len, out);
+        const int pivoted = Pivot(source, text, len, shiftJis);
+        return pivoted | Widen(ShiftJisFor(source), text, len, out);
     }
     return ConvertToOtherCodePage2(HubPage(from), text, len, HubPage(to), out, dropUnmappable);
 }

@@ -8,8 +8,10 @@
 // not 0; no similar character takes its place. The memory exception is thrown for lack of
 // memory and for a text too long for a buffer.
 //
-// The result codes are 0 when every character was converted, 1 when some had no counterpart,
-// and negative when the conversion is not possible, as between unknown code types.
+// The result codes are 0 when every character was converted, 1 when some had no counterpart or
+// the text was not valid in its code, and negative when the conversion is not possible, as
+// between unknown code types. Between the Japanese codes and ASCII, whose code page is the
+// same, nothing is looked at: the result is 0 for any text.
 
 #pragma once
 

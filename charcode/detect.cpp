@@ -29,7 +29,7 @@ constexpr bool IsSJisTrail(int b)
 class Scan {
 public:
     Scan(const char* text, int len)
-        : m_text(reinterpret_cast<const BYTE*>(text)), m_len(len), m_end(std::min(len, kScanLength))
+        : m_text(reinterpret_cast<const BYTE*>(text)), m_end(std::min(len, kScanLength))
     {}
 
     CodeType Run()
@@ -42,11 +42,11 @@ public:
     }
 
 private:
-    // The byte behind the scanned range may be looked at; behind the text there are zeros.
+    // Behind the scanned range there are zeros.
     int Next()
     {
         ++m_pos;
-        return m_pos < m_len ? m_text[m_pos] : 0;
+        return m_pos < m_end ? m_text[m_pos] : 0;
     }
     void Decide(CodeType codeType)
     {
@@ -110,7 +110,7 @@ private:
     // Looks for a byte that only one of the two codes has, up to the next byte below 40.
     void StepRun()
     {
-        for (int b = Next(); b >= 0x40 && m_pos < m_end && !m_decided; b = Next()) {
+        for (int b = Next(); b >= 0x40 && !m_decided; b = Next()) {
             if (In(b, 0x81, 0x8D) || In(b, 0x8F, 0x9F))
                 Decide(CT_SJIS);
             else if (In(b, 0xFD, 0xFE))
@@ -129,7 +129,6 @@ private:
     }
 
     const BYTE* m_text;
-    int m_len;
     int m_end;
     int m_pos = 0;
     bool m_undecided = false;

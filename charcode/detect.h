@@ -11,8 +11,9 @@
 #include "foundation/buffer.h"
 #include "foundation/code_type.h"
 
-// CT_ASCII, CT_JIS, CT_EUC or CT_SJIS. Looks at the first 1024 bytes and stops at the first
-// byte that decides; allocates nothing.
+// CT_ASCII, CT_JIS, CT_EUC or CT_SJIS. Reads the first 1024 bytes at most and stops at the
+// first that decides; a sequence cut off there counts as cut off by the end of the text.
+// Allocates nothing.
 TLVN_API CodeType DetectCodeType(const char* text, int len);
 
 // The same, with CT_UTF8 before it, and CT_UNICODE when the bytes, read as UTF-16, are all

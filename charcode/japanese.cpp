@@ -102,6 +102,23 @@ Designation ReadDesignation(const BYTE* p, const BYTE* end)
     }
 }
 
+constexpr bool IsJisByte(BYTE b)
+{
+    return b >= 0x21 && b <= 0x7E;
+}
+
+// Length of what stands at p < end outside ASCII and is not of the code, but comes out of valid
+// Shift_JIS text; 0 for anything else. The lead bytes without a row are passed on alone, their
+// trail bytes become whatever they are by themselves.
+int PassedOnLength(const BYTE* p, const BYTE* end)
+{
+    if (*p == 0x80)
+        return 1;
+    if (*p < 0xF0 || *p > 0xFC)
+        return 0;
+    return end - p >= 2 && p[1] >= 0x80 && p[1] <= 0xFC ? 2 : 1;
+}
+
 // Writes ISO-2022-JP into a buffer that is reserved ahead.
 class JisWriter {
 public:
@@ -320,3 +337,64 @@ void ConvertSJisToEuc(const char* text, int len, CBuffer& out)
     }
     out.ReleaseBuffer(static_cast<int>(o - start));
 }
+
+namespace tlvn {
+
+bool IsValidJis(const char* text, int len)
+{
+    const BYTE* p = reinterpret_cast<const BYTE*>(text);
+    const BYTE* const end = p + len;
+    bool kanji = false;
+    bool katakana = false;
+    while (p < end) {
+        const BYTE b = *p;
+        int length = 1;
+        if (b == kEsc) {
+            const Designation designation = ReadDesignation(p, end);
+            length = designation.length;
+            if (length == 1)
+                return false;
+            if (designation.effect != Designation::None) {
+                kanji = designation.effect == Designation::Kanji;
+                katakana = designation.effect == Designation::Katakana;
+            }
+        } else if (b == kShiftOut || b == kShiftIn) {
+            katakana = b == kShiftOut;
+        } else if (b == '\r' || b == '\n') {
+            length = 1;
+        } else if (katakana) {
+            length = b >= 0x21 && b <= 0x5F ? 1 : 0;
+        } else if (kanji) {
+            length = IsJisByte(b) && end - p >= 2 && IsJisByte(p[1]) ? 2 : 0;
+        } else if (b >= 0x80) {
+            length = PassedOnLength(p, end);
+        }
+        if (length == 0)
+            return false;
+        p += length;
+    }
+    return true;
+}
+
+bool IsValidEuc(const char* text, int len)
+{
+    const BYTE* p = reinterpret_cast<const BYTE*>(text);
+    const BYTE* const end = p + len;
+    while (p < end) {
+        const BYTE b = *p;
+        int length = 0;
+        if (b < 0x80)
+            length = AsciiRunLength(p, end);
+        else if (end - p >= 2 &&
+                 (b == kSingleShift2 ? IsHalfKatakana(p[1]) : IsEucByte(b) && IsEucByte(p[1])))
+            length = 2;
+        else
+            length = PassedOnLength(p, end);
+        if (length == 0)
+            return false;
+        p += length;
+    }
+    return true;
+}
+
+} // namespace tlvn

@@ -25,3 +25,14 @@ TLVN_API void ConvertEucToSJis(const char* text, int len, CBuffer& out);
 
 // Half-width katakana are written behind the single shift 8E.
 TLVN_API void ConvertSJisToEuc(const char* text, int len, CBuffer& out);
+
+namespace tlvn {
+
+// Whether all of the text is of the code: characters, designations and controls that the
+// conversion above understands, nothing cut off. The conversions themselves pass anything on.
+// What the conversions from Shift_JIS pass on of valid text counts as valid, too: byte 80, and
+// the lead bytes F0-FC, which have no row, with their trail bytes.
+bool IsValidJis(const char* text, int len);
+bool IsValidEuc(const char* text, int len);
+
+} // namespace tlvn

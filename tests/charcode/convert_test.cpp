@@ -62,6 +62,42 @@ TEST(Convert, ReportsLossExactly)
     EXPECT_EQ(Convert(CT_SJIS, "a\x82", CT_ASCII), (Converted{0, "a\x82"}));
 }
 
+// Bytes that are not of the code are passed on by the arithmetic, but told.
+TEST(Convert, TellsInvalidJapaneseText)
+{
+    const struct {
+        CodeType from;
+        std::string text;
+        int result;
+    } cases[] = {
+        {CT_JIS, "a\x1B$B\x2D\x21\x79\x21\r\n\x24\x22\x1B(I\x31\x1B(J\x0E\x31\x0F\x1B&@z", 0},
+        {CT_JIS, "\x1BK\x24\x22\x1BH\x1B$@\x24\x22\x1B$(D\x24\x22\x1B(H", 0},
+        {CT_JIS, "\x80\xFA\x40", 0}, // what the way from Shift_JIS leaves as it is
+        {CT_JIS, "\xFA\x7F", 1},
+        {CT_JIS, "\xFA", 1},
+        {CT_JIS, "\x82\xA0", 1},
+        {CT_JIS, "\x1B$B\x24\x22\x24", 1},
+        {CT_JIS, "\x1B$B\x24 ", 1},
+        {CT_JIS, "\x1B$B\x24\x22 \x22", 1},
+        {CT_JIS, "\x1B(I\x60", 1},
+        {CT_JIS, "\x1B$B\x24\x22\x1B$", 1},
+        {CT_JIS, "a\x1B", 1},
+        {CT_JIS, "\x1BX", 1},
+        {CT_EUC, "a\xA4\xA2\x8E\xB1\x80\xFA\x40", 0},
+        {CT_EUC, "\xA4z", 1},
+        {CT_EUC, "\xA4", 1},
+        {CT_EUC, "\x8E\x41", 1},
+        {CT_EUC, "\x8F\xB0\xA1", 1}, // the supplementary set
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Convert(c.from, c.text, CT_UNICODE).result, c.result)
+            << testing::PrintToString(c.text);
+        EXPECT_EQ(Convert(c.from, c.text, CT_UTF8).result, c.result)
+            << testing::PrintToString(c.text);
+        EXPECT_EQ(Convert(c.from, c.text, CT_SJIS).result, 0);
+    }
+}
+
 // Nothing would be left in Shift_JIS: the text goes to windows-1252.
 TEST(Convert, FallsBackToWesternRatherThanToNothing)
 {

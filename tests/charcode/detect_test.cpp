@@ -2,7 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <memory>
+#include <new>
 #include <string>
+
+namespace {
+
+// Allocations of the process so far. (A DLL has its own operator new: there only the test's own
+// are counted.)
+int g_allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++g_allocations;
+    if (void* const block = std::malloc(size))
+        return block;
+    throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept
+{
+    std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept
+{
+    std::free(block);
+}
 
 namespace {
 
@@ -64,12 +91,38 @@ TEST(DetectCodeType, LooksAt1024Bytes)
 {
     EXPECT_EQ(Detect(std::string(1023, 'a') + "\x82\xA0"), CT_SJIS);
     EXPECT_EQ(Detect(std::string(1024, 'a') + "\x82\xA0"), CT_ASCII);
-    // A sequence that begins inside may be read to its end.
-    EXPECT_EQ(Detect(std::string(1023, 'a') + "\x1B$B"), CT_JIS);
+    EXPECT_EQ(Detect(std::string(1021, 'a') + "\x1B$B"), CT_JIS);
+    EXPECT_EQ(Detect(std::string(1022, 'a') + "\x1B$B"), CT_ASCII);
     EXPECT_EQ(Detect("\xB1\xE0" + std::string(1022, '\xA1') + "\x82"), CT_EUC);
     EXPECT_EQ(DetectCodeType(nullptr, 5), CT_ASCII);
     // Nothing behind the length is read as text.
     EXPECT_EQ(DetectCodeType("\x1B$B", 2), CT_ASCII);
+}
+
+// Sequences cut off by the end of a block of exactly their size, which the sanitizer watches;
+// of a longer text nothing behind the first 1024 bytes is touched, be it there or not.
+TEST(DetectCodeType, ReadsNothingBehindTheRangeAndAllocatesNothing)
+{
+    for (const std::string tail : {"\x1B", "\x1B$", "\x1B(", "\x8E", "\xB1", "\xE0", "\xB1\xE0",
+                                   "\xB1\xE0\xA1", "\xE3\x81", "a"}) {
+        for (const std::size_t size : {tail.size(), tail.size() + 20, std::size_t{1024}}) {
+            const std::string text = std::string(size - tail.size(), 'a') + tail;
+            const std::unique_ptr<char[]> block(new char[size]);
+            text.copy(block.get(), size);
+            const int len = static_cast<int>(size);
+            const int before = g_allocations;
+            const CodeType t = DetectCodeType(block.get(), len);
+            if (size == 1024) {
+                EXPECT_EQ(DetectCodeType(block.get(), 1 << 30), t);
+            }
+            EXPECT_FALSE(IsUTF8(block.get(), len));
+            EXPECT_EQ(g_allocations, before);
+            EXPECT_EQ(Detect(text), t);
+            EXPECT_NE(DetectCodeType2(block.get(), len), CT_UTF8);
+            for (const CodeType hint : {CT_JIS, CT_EUC, CT_SJIS, CT_UTF8, CT_UTF7})
+                DetectCodeType3(block.get(), len, hint);
+        }
+    }
 }
 
 TEST(IsUtf8, NeedsWholeSequences)
@@ -133,6 +186,18 @@ TEST(DetectCodeType3, ChecksTheHint)
         {"\x42\x30", CT_UNICODE, CT_UNICODE},
         {"\x42\x30\x82", CT_UNICODE, CT_SJIS}, // odd length
         {"caf\xE9", CT_ISO8859_1, CT_ISO8859_1},
+        // The arithmetic between the Japanese codes passes all of these on: what is not of the
+        // code that is said must be seen before it.
+        {"\x82\xA0", CT_JIS, CT_SJIS},
+        {"\x82\xA0\x1B(B", CT_SJIS, CT_SJIS},
+        {"\xA4\xA2\x1B(B", CT_EUC, CT_EUC},
+        {"\x82\xA0", CT_EUC, CT_SJIS},
+        {"\x8E\x41", CT_EUC, CT_SJIS},
+        {"\xA4\xA2\xA4", CT_EUC, CT_EUC},                 // cut off, but detected again
+        {"\x1B$B\x24\x22\x1B(B\x83\x41", CT_JIS, CT_JIS}, // detected: the escape comes first
+        {"\x83\x41\x1B$B\x24\x22\x1B(B", CT_JIS, CT_SJIS},
+        {"a\x1B$B\x24\x22\r\n\x24\x22", CT_SJIS, CT_JIS}, // ends in kanji mode
+        {"\x0E\x31\x0F", CT_JIS, CT_JIS},
     };
     for (const auto& c : cases)
         EXPECT_EQ(DetectCodeType3(c.text.data(), static_cast<int>(c.text.size()), c.hint),

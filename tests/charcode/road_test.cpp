@@ -1,0 +1,170 @@
+// The road of text between every two code types: what both can hold arrives, what the target
+// cannot hold is told and replaced or dropped, character by character.
+
+#include "charcode/charset.h"
+#include "charcode/convert.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr CodeType kTypes[] = {
+    CT_SJIS,      CT_JIS,       CT_EUC,       CT_ASCII,     CT_GB2312,    CT_BIG5,
+    CT_KSC5601,   CT_EUCKR,     CT_KOI8R,     CT_ISO8859_1, CT_ISO8859_2, CT_ISO8859_4,
+    CT_ISO8859_5, CT_ISO8859_7, CT_ISO8859_9, CT_WIN1250,   CT_WIN1251,   CT_WIN1252,
+    CT_WIN1253,   CT_WIN1254,   CT_WIN1257,   CT_UTF8,      CT_UTF7,      CT_UNICODE,
+};
+
+using Lines = std::vector<std::string>;
+
+Lines Split(CodeType t, std::string_view text)
+{
+    const std::size_t step = t == CT_UNICODE ? 2 : 1;
+    Lines lines;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i + step <= text.size(); i += step) {
+        if (text[i] != '\n' || (step == 2 && text[i + 1] != '\0'))
+            continue;
+        lines.emplace_back(text.substr(start, i - start));
+        start = i + step;
+    }
+    return lines;
+}
+
+void AddLine(CodeType t, const std::string& line, std::string& text)
+{
+    text += line;
+    text.append("\n\0", t == CT_UNICODE ? 2 : 1);
+}
+
+std::string Convert(CodeType from, const std::string& text, CodeType to, int drop, int& result)
+{
+    CBuffer out;
+    result =
+        ConvertToOtherCodeType2(from, text.data(), static_cast<int>(text.size()), to, out, drop);
+    return {out, static_cast<std::size_t>(out.GetLength())};
+}
+
+// Every character of the plane, and one beyond it, as lines of UTF-16. Not: the line feed and
+// the controls that are the mode changes of ISO-2022-JP; halves of surrogate pairs; the
+// private-use units in which Windows keeps bytes without a character.
+const Lines& AllCharacters()
+{
+    static const Lines all = [] {
+        Lines lines;
+        for (unsigned c = 0; c < 0x10000; ++c) {
+            const bool control = c == '\n' || c == 0x1B || c == 0x0E || c == 0x0F;
+            if (!control && !(c >= 0xD800 && c < 0xE000) && !(c >= 0xF700 && c < 0xF900))
+                lines.push_back({static_cast<char>(c), static_cast<char>(c >> 8)});
+        }
+        lines.emplace_back("\x3D\xD8\x00\xDE", 4);
+        return lines;
+    }();
+    return all;
+}
+
+// The forms of AllCharacters in a type, empty for what it cannot hold.
+const Lines& FormsIn(CodeType t)
+{
+    static std::map<CodeType, Lines> all;
+    const auto [found, added] = all.try_emplace(t);
+    if (!added)
+        return found->second;
+    std::string text;
+    for (const std::string& line : AllCharacters())
+        AddLine(CT_UNICODE, line, text);
+    int result = 0;
+    const std::string inType = Convert(CT_UNICODE, text, t, 1, result);
+    const Lines back = Split(CT_UNICODE, Convert(t, inType, CT_UNICODE, 0, result));
+    Lines& forms = found->second = Split(t, inType);
+    EXPECT_EQ(forms.size(), AllCharacters().size()) << t;
+    EXPECT_EQ(back.size(), AllCharacters().size()) << t;
+    for (std::size_t i = 0; i < std::min(back.size(), forms.size()); ++i) {
+        if (back[i] != AllCharacters()[i])
+            forms[i].clear();
+    }
+    return forms;
+}
+
+// The number of the first line that is not the same.
+std::ptrdiff_t FirstDifference(const std::string& a, const std::string& b)
+{
+    const auto place = std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first;
+    return std::count(a.begin(), place, '\n');
+}
+
+} // namespace
+
+// The repertoires are not empty by mistake, and no larger than the codes.
+TEST(Road, EveryTypeHoldsItsCharacters)
+{
+    // ASCII, 80 and half-width katakana; JIS X 0208, NEC row 13 and IBM extensions without what
+    // is twice there, and the user-defined characters.
+    constexpr std::size_t kSingle = 124 + 1 + 63;
+    constexpr std::size_t kShiftJis = kSingle + 6879 + 83 - 9 + 388 - 15 + 1880;
+    const struct {
+        CodeType t;
+        std::size_t least, most;
+    } cases[] = {
+        {CT_SJIS, kShiftJis, kShiftJis},
+        {CT_JIS, kShiftJis, kShiftJis},
+        {CT_EUC, kShiftJis - 2300, kShiftJis - 1}, // without those of F0-FC that look like a row
+        {CT_ASCII, kShiftJis, kShiftJis},          // shares the page
+        {CT_GB2312, 21000, 24100},
+        {CT_BIG5, 13000, 20000},
+        {CT_KSC5601, 17000, 17400},
+        {CT_EUCKR, 17000, 17400},
+        {CT_KOI8R, 252, 252},
+        {CT_ISO8859_1, 252, 252},
+        {CT_WIN1253, 249, 249},
+        {CT_WIN1257, 250, 250},
+        {CT_UTF8, AllCharacters().size(), AllCharacters().size()},
+        {CT_UTF7, AllCharacters().size(), AllCharacters().size()},
+    };
+    for (const auto& c : cases) {
+        const Lines& forms = FormsIn(c.t);
+        const auto held =
+            forms.size() - static_cast<std::size_t>(std::count(forms.begin(), forms.end(), ""));
+        EXPECT_GE(held, c.least) << c.t;
+        EXPECT_LE(held, c.most) << c.t;
+    }
+}
+
+TEST(Road, BetweenEveryTwoTypes)
+{
+    for (const CodeType from : kTypes) {
+        const Lines& source = FormsIn(from);
+        for (const CodeType to : kTypes) {
+            const Lines& target = FormsIn(to);
+            // Within a page nothing is looked at, and to EUC-JP what has no row passes as it is.
+            const bool toldExactly =
+                to != CT_EUC && CharSetCode2CodePage(from) != CharSetCode2CodePage(to);
+            std::string text, replaced, dropped;
+            bool lost = false;
+            for (std::size_t i = 0; i < source.size(); ++i) {
+                if (source[i].empty() || (target[i].empty() && !toldExactly))
+                    continue;
+                const bool held = !target[i].empty();
+                lost = lost || !held;
+                AddLine(from, source[i], text);
+                AddLine(to, held ? target[i] : std::string(AllCharacters()[i].size() / 2, '?'),
+                        replaced);
+                AddLine(to, target[i], dropped);
+            }
+            for (const int drop : {0, 1}) {
+                int result = -1;
+                const std::string converted = Convert(from, text, to, drop, result);
+                EXPECT_TRUE(converted == (drop != 0 ? dropped : replaced))
+                    << from << " to " << to << ": differs in line "
+                    << FirstDifference(converted, drop != 0 ? dropped : replaced);
+                EXPECT_EQ(result, lost ? 1 : 0) << from << " to " << to;
+            }
+        }
+    }
+}
