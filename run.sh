@@ -31,18 +31,19 @@ if ! install_packages windows; then
 fi
 configure_and_build windows TolvanView
 . scripts/wine-env.sh
-scripts/wine-prefix.sh
 
 if [ -n "${DISPLAY:-}" ]; then
-    wine build/windows/bin/TolvanView.exe "$mail"
+    scripts/wine-prefix.sh >/dev/null 2>&1
+    run_wine build/windows/bin/TolvanView.exe "$mail"
     exit
 fi
 
 # What is on the screen counts as drawn when it stays the same and shows more than a window frame.
 start_display 840x720
-wine build/windows/bin/TolvanView.exe "$mail" &
+start_wine
+run_wine build/windows/bin/TolvanView.exe "$mail" &
 window=$!
-trap 'kill $window 2>/dev/null || true; wineserver -k || true; stop_display' EXIT
+trap 'kill $window 2>/dev/null || true; stop_wine; stop_display' EXIT
 last=
 for _ in $(seq 60); do
     sleep 0.5

@@ -22,16 +22,15 @@ run_asan() {
 run_windows() {
     configure_and_build windows
     . scripts/wine-env.sh
-    scripts/wine-prefix.sh
     start_display 1280x1024
-    wineserver -p
+    start_wine
     local status=0
     ctest --preset windows -j "$(nproc)" || status=1
     # Nothing may depend on the system being a Japanese one.
-    TLVN_WINE_LOCALE=C.UTF-8 LC_ALL=C.UTF-8 ctest --preset windows -j "$(nproc)" \
+    TLVN_WINE_LOCALE=C.UTF-8 ctest --preset windows -j "$(nproc)" \
         -R '^(foundation|charcode|viewer)$' || status=1
     scripts/test-consumer.sh windows || status=1
-    wineserver -k || true
+    stop_wine
     stop_display
     return $status
 }

@@ -6,7 +6,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/wine-env.sh"
 [ ! -f "$WINEPREFIX/prepared" ] || exit 0
 
-wineboot --init >/dev/null 2>&1
+run_wine wineboot --init
 fonts=$(mktemp --suffix=.reg)
 {
     printf 'Windows Registry Editor Version 5.00\r\n\r\n'
@@ -15,7 +15,7 @@ fonts=$(mktemp --suffix=.reg)
         printf '"%s"="IPAGothic"\r\n' "$face"
     done
 } | { printf '\xff\xfe' && iconv -f UTF-8 -t UTF-16LE; } >"$fonts"
-wine regedit /S "$fonts" >/dev/null 2>&1
+run_wine regedit /S "$fonts"
 rm -f "$fonts"
 wineserver -w
 touch "$WINEPREFIX/prepared"

@@ -5,4 +5,4 @@
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/wine-env.sh"
-exec wine "$@"
+run_wine "$@"
