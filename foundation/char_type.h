@@ -27,7 +27,9 @@
 //  6. Word: letters and marks of every script, decimal digits, letter numbers, connector
 //     punctuation ("_") and the two joiners U+200C and 200D. Double when its East Asian width is
 //     wide or full-width, and for Hangul other than half-width; else single.
-//  7. Other: everything else, of the same two widths. Units without their partner are single.
+//  7. Other: everything else. Double when wide, full-width or, outside Latin-1, of ambiguous
+//     width, as most signs of the East Asian codes are; else single. So are units without their
+//     partner.
 // Both units of a surrogate pair have the class of the character.
 
 #pragma once

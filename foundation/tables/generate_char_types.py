@@ -62,9 +62,12 @@ def class_of(code):
         if name.startswith(start):
             return kind | DOUBLE
 
-    wide = unicodedata.east_asian_width(char) in "WF" or name.startswith("HANGUL")
     category = unicodedata.category(char)
     word = category[0] in "LM" or category in ("Nd", "Nl", "Pc") or code in JOINERS
+    # Signs of ambiguous width are double-byte characters in the East Asian codes; letters of
+    # ambiguous width must not differ from their neighbours in the alphabet.
+    widths = "WF" if word or code < 0x100 else "WFA"
+    wide = unicodedata.east_asian_width(char) in widths or name.startswith("HANGUL")
     return (WORD if word else OTHER) | (DOUBLE if wide else SINGLE)
 
 

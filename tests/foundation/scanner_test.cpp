@@ -1,0 +1,182 @@
+#include "TlvnMisc.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using Skipper = int (*)(const char*, int, int&);
+
+std::string Quote(const char* text, void (*change)(CStringA&))
+{
+    CStringA s(text);
+    change(s);
+    return s.GetString();
+}
+
+} // namespace
+
+// A double-byte character is stepped over as if it were blank by SkipSpace, and is none for
+// SkipNotSpace; also where its trail byte is a white-space look-alike or is cut off.
+TEST(Scanner, SkipsTellBlanksFromWords)
+{
+    const struct {
+        Skipper skip;
+        const char* text;
+        int len, from, result, pos;
+    } cases[] = {
+        {SkipSpace, "\x82\xA0 a", -1, 0, 1, 3}, {SkipSpace, " \t\r\n", -1, 0, 0, 4},
+        {SkipSpace, "  a", 2, 0, 0, 2},         {SkipSpace, "\x81\x40\x82", 3, 0, 1, 2},
+        {SkipSpace, "a", -1, 3, 0, 1},          {SkipSpace, "a", -1, -1, 0, -1},
+        {SkipSpace, nullptr, 5, 2, 0, 2},       {SkipNotSpace, "a\x81\x40 b", -1, 0, 1, 3},
+        {SkipNotSpace, "\x82\xA0", 1, 0, 0, 1}, {SkipNotSpace, "ab", -1, 1, 0, 2},
+    };
+    for (const auto& c : cases) {
+        int pos = c.from;
+        EXPECT_EQ(c.skip(c.text, c.len, pos), c.result) << &c - cases;
+        EXPECT_EQ(pos, c.pos) << &c - cases;
+    }
+    int pos = 0;
+    EXPECT_EQ(SkipSpace(TW("\u3000\u00A0\u3042"), -1, pos), 1);
+    EXPECT_EQ(pos, 2);
+    EXPECT_EQ(SkipNotSpace(TW("\u3042\u3000"), -1, pos = 0), 1);
+    EXPECT_EQ(pos, 1);
+}
+
+TEST(Scanner, LinesBeginAndEnd)
+{
+    const char text[] = "a\r\nb";
+    const int heads[] = {0, 1, 0, 1, 1, 0, 0}; // positions -1 to 5
+    const int tails[] = {0, 0, 1, 1, 0, 1, 0};
+    for (int pos = -1; pos <= 5; ++pos) {
+        EXPECT_EQ(IsLineHead(text, 4, pos), heads[pos + 1]) << pos;
+        EXPECT_EQ(IsLineTail(text, 4, pos), tails[pos + 1]) << pos;
+        EXPECT_EQ(IsLineHead(TW("a\r\nb"), -1, pos), heads[pos + 1]) << pos;
+        EXPECT_EQ(IsLineTail(TW("a\r\nb"), -1, pos), tails[pos + 1]) << pos;
+    }
+    EXPECT_EQ(IsLineHead("\n", 0, 1), 0);
+    EXPECT_EQ(IsLineHead(static_cast<const char*>(nullptr), 0, 0), 0);
+    EXPECT_EQ(IsLineTail(static_cast<const char*>(nullptr), 0, 0), 0);
+}
+
+TEST(Scanner, SetsAndCounts)
+{
+    EXPECT_EQ(ispbrk('\\', "\x95\x5C"), 1);
+    EXPECT_EQ(istpbrk('\\', "\x95\x5C"), 0);
+    EXPECT_EQ(istpbrk('\\', "\x95\x5C\\"), 1);
+    EXPECT_EQ(ispbrk('\0', "a") + istpbrk('\0', "a") + iswpbrk(0, TW("a")), 0);
+    EXPECT_EQ(ispbrk('a', nullptr) + istpbrk('a', nullptr) + iswpbrk('a', nullptr), 0);
+    EXPECT_EQ(iswpbrk(0x3042, TW("a\u3042")), 1);
+
+    EXPECT_EQ(CountMoji("a\x82\xA0\xB1", -1), 3);
+    EXPECT_EQ(CountMoji("a\x82\xA0", 2), 2);
+    EXPECT_EQ(CountMoji(nullptr, 4) + CountMoji(nullptr, 4, CT_UTF8), 0);
+    EXPECT_EQ(CountMoji("a\x82\xA0", 3, CT_GB2312), 2);
+    EXPECT_EQ(CountMoji(TW("abc"), 5, CT_UTF7), 2);
+    EXPECT_EQ(CountMoji(TW("abc"), -1, CT_UNICODE), 3);
+
+    CStringA s("a\x82\xA0");
+    EXPECT_EQ(TruncateEx(s, 3) + TruncateEx(s, -1), 0);
+    EXPECT_EQ(TruncateEx(s, 2), 1);
+    EXPECT_STREQ(s, "a");
+    CStringW wide(TW("abc"));
+    EXPECT_EQ(TruncateEx(wide, 3), 0);
+    EXPECT_EQ(TruncateEx(wide, 2), 1);
+    EXPECT_EQ(wide.GetLength(), 2);
+}
+
+// The character 95 5C has a backslash for its trail byte. A closing quote stays when a backslash
+// stands before it, escaped or not.
+TEST(QuotedText, QuotesComeAndGo)
+{
+    const struct {
+        void (*change)(CStringA&);
+        const char *text, *result;
+    } cases[] = {
+        {EnquoteText, "", R"("")"},
+        {EnquoteText, "a\"\\\x95\x5C", "\"a\\\"\\\\\x95\x5C\""},
+        {DequoteText, R"("a\"b")", R"(a"b)"},
+        {DequoteText, R"(a\\b\c")", R"(a\b\c)"},
+        {DequoteText, R"("a\")", R"(a")"},
+        {DequoteText, R"("a\\")", R"(a\")"},
+        {DequoteText, "\"\x95\x5C\"", "\x95\x5C"},
+        {DequoteText, "\"", ""},
+        {DequoteText, R"(""")", R"(")"},
+        {GetQuotedToken, R"(\a\\\"\)", R"(a\")"},
+        {GetQuotedToken, "\x95\x5C\\\x95\x5C", "\x95\x5C\x95\x5C"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Quote(c.text, c.change), c.result) << c.text;
+
+    EXPECT_EQ(GetEnquotedLength(R"("a\"b"c)"), 6);
+    EXPECT_EQ(GetEnquotedLength("\"\x95\x5C\"x"), 4);
+    EXPECT_EQ(GetEnquotedLength("\"\\\x95\x5C\"x"), 5);
+    for (const char* open : {"", "a\"\"", "\"", R"("a\")", R"("\)"})
+        EXPECT_EQ(GetEnquotedLength(open), -1) << open;
+    EXPECT_EQ(GetEnquotedLength(nullptr), -1);
+}
+
+TEST(QuotedText, ParenthesesAreMatched)
+{
+    const struct {
+        const char *text, *inner, *rest;
+        int position;
+    } cases[] = {
+        {"a (b) c", "b", "a  c", 2}, {"a (b (c) d)", "c) d", "a (b ", 5},
+        {")(x)(y)", "x", ")(y)", 1}, {"((a)", "", "((a)", -1},
+        {"()", "", "", 0},           {"", "", "", -1},
+    };
+    for (const auto& c : cases) {
+        CStringA inner("old"), rest(c.text);
+        EXPECT_EQ(GetParenthesisToken(rest, inner, rest), c.position) << c.text;
+        EXPECT_STREQ(inner, c.inner);
+        EXPECT_STREQ(rest, c.rest);
+    }
+
+    const struct {
+        const char* text;
+        int len, open, noQuotes, result;
+    } pairs[] = {
+        {"(a(b)c)d", -1, 0, 0, 6}, {"(a(b)c)d", -1, 2, 0, 4}, {"(a(b)c)d", 6, 0, 0, -1},
+        {"(\")\")", -1, 0, 0, 4},  {"(\")\")", -1, 0, 1, 2},  {"(\"(\" \")", -1, 0, 0, -1},
+        {"()", -1, 2, 0, -1},      {"()", -1, -1, 0, -1},     {nullptr, 2, 0, 0, -1},
+    };
+    for (const auto& c : pairs)
+        EXPECT_EQ(GetCorrespondParen(c.text, c.len, c.open, c.noQuotes), c.result) << &c - pairs;
+}
+
+// Rows: quotes on and off; a backslash inside quotes and outside, in each escape mode; a quote
+// behind an escaped backslash, which does not close all the same; 95 5C is no backslash, 83 7C
+// no bar; what is unclosed, or outside the text.
+TEST(QuotedText, DelimitersAreFoundOutsideQuotes)
+{
+    const struct {
+        const char* text;
+        int start;
+        char delim;
+        int quotes, escapeMode, result;
+    } cases[] = {
+        {"a,b,c", 2, ',', 1, 1, 3},
+        {"\",\",", 0, ',', 1, 1, 3},
+        {"\",\",", 0, ',', 0, 1, 1},
+        {R"("\",",)", 0, ',', 1, 1, 5},
+        {R"("\",",)", 0, ',', 1, 0, 3},
+        {R"("a\\",)", 0, ',', 1, 1, -1},
+        {R"("a\\",)", 0, ',', 1, 2, -1},
+        {R"(\",",")", 0, ',', 1, 1, 2},
+        {R"(\",)", 1, ',', 1, 1, 2},
+        {"\"\x95\x5C\",", 0, ',', 1, 1, 4},
+        {"\x95\x5C\",\"", 2, ',', 1, 1, -1},
+        {"\"\\\x95\x5C\",", 0, ',', 1, 1, 5},
+        {"\x83|a|", 0, '|', 1, 0, 3},
+        {"\"a\\", 0, ',', 1, 1, -1},
+        {"a,", 2, ',', 1, 0, -1},
+        {"a,", -1, ',', 1, 0, -1},
+        {"", 0, ',', 1, 0, -1},
+        {nullptr, 0, ',', 1, 0, -1},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(FindDelimiter(c.text, c.start, c.delim, c.quotes, c.escapeMode), c.result)
+            << &c - cases;
+}

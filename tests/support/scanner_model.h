@@ -1,0 +1,197 @@
+// The scanners against slow, simple models, on a text and a phrase made from arbitrary bytes:
+// shared by the random test and the fuzz target.
+
+#pragma once
+
+#include "TlvnMisc.h"
+#include "platform/multibyte.h"
+#include "platform/nls.h"
+#include "tests/support/byte_source.h"
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+// The rules of wildicmp as they are told, with recursion.
+inline int WildcardModel(const char* text, const char* pattern)
+{
+    const auto fold = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+    const auto onlyStar = [&] { return pattern[0] == '*' && pattern[1] == '\0'; };
+    while (*text != '\0') {
+        if (*pattern == '\0')
+            return 1;
+        if (*pattern == '*') {
+            if (onlyStar())
+                return 0;
+            if (fold(*text) == fold(pattern[1]) && WildcardModel(text, pattern + 1) == 0)
+                return 0;
+            ++text;
+            continue;
+        }
+        if (*pattern != '?' && fold(*text) != fold(*pattern))
+            return 1;
+        ++text;
+        ++pattern;
+    }
+    return *pattern == '\0' || onlyStar() ? 0 : 1;
+}
+
+// Positions at which the characters of a Shift_JIS text start, and its end.
+inline std::vector<int> CharacterStarts(const std::string& text)
+{
+    std::vector<int> starts;
+    const char* const end = text.data() + text.size();
+    for (const char* p = text.data(); p < end; p += tlvn::CharLength(p, end))
+        starts.push_back(static_cast<int>(p - text.data()));
+    starts.push_back(static_cast<int>(text.size()));
+    return starts;
+}
+
+// Offsets of the first and last occurrence, -1 for none, by comparing at every character.
+inline std::pair<int, int> FindModel(const std::string& text, const std::string& find, bool noCase)
+{
+    const std::vector<int> starts = CharacterStarts(text);
+    const int length = static_cast<int>(find.size());
+    const bool zero = find.find('\0') != find.npos;
+    std::pair<int, int> found(-1, -1);
+    for (const int i : starts) {
+        const int end = i + length;
+        if (length == 0 || end > starts.back())
+            break;
+        const char* const at = text.data() + i;
+        const int order = noCase ? tlvn::CompareMbsNNoCase(at, find.data(), length)
+                                 : tlvn::CompareMbsN(at, find.data(), length);
+        const bool whole = zero || std::binary_search(starts.begin(), starts.end(), end);
+        if (order != 0 || !whole)
+            continue;
+        found = {found.first < 0 ? i : found.first, i};
+    }
+    return found;
+}
+
+inline int Offset(const void* hit, const void* text)
+{
+    return hit == nullptr
+               ? -1
+               : static_cast<int>(static_cast<const char*>(hit) - static_cast<const char*>(text));
+}
+
+inline tlvn::WString WidenBytes(const std::string& text)
+{
+    tlvn::WString units;
+    for (const char c : text)
+        units += static_cast<unsigned char>(c);
+    return units;
+}
+
+// The function that differs from its model, or null; so below.
+inline const char* CheckSearch(const std::string& text, const std::string& find, bool noCase)
+{
+    const int textLen = static_cast<int>(text.size()), findLen = static_cast<int>(find.size());
+    const std::pair<int, int> expected = FindModel(text, find, noCase);
+    const char* const p = text.data();
+    if (Offset(mbsnnstr(p, textLen, find.data(), findLen, noCase), p) != expected.first)
+        return "mbsnnstr";
+    if (Offset(mbsrnnstr(p, textLen, find.data(), findLen, noCase), p) != expected.second)
+        return "mbsrnnstr";
+
+    // Characters of one byte are units of the same value, in which the same is found.
+    if (std::any_of(text.begin(), text.end(), tlvn::IsLeadByte) ||
+        std::any_of(find.begin(), find.end(), tlvn::IsLeadByte))
+        return nullptr;
+    const tlvn::WString units = WidenBytes(text), phrase = WidenBytes(find);
+    const WCHAR* const q = units.data();
+    const auto index = [q](const WCHAR* hit) { return hit == nullptr ? -1 : Offset(hit, q) / 2; };
+    if (index(wcsnnstr(q, textLen, phrase.data(), findLen, noCase)) != expected.first)
+        return "wcsnnstr";
+    if (index(wcsrnnstr(q, textLen, phrase.data(), findLen, noCase)) != expected.second)
+        return "wcsrnnstr";
+    return nullptr;
+}
+
+inline const char* CheckCharacters(const std::string& text)
+{
+    const int length = static_cast<int>(text.size());
+    const std::vector<int> starts = CharacterStarts(text);
+    if (CountMoji(text.data(), length) != static_cast<int>(starts.size()) - 1)
+        return "CountMoji";
+    for (int cut = 0; cut < length; ++cut) {
+        CStringA s(text.data(), length);
+        const int expected = *(std::upper_bound(starts.begin(), starts.end(), cut) - 1);
+        if (TruncateEx(s, cut) != 1 || s.GetLength() != expected)
+            return "TruncateEx";
+    }
+    int katakana = -1, machine = -1;
+    for (std::size_t i = starts.size() - 1; i-- > 0;) {
+        const int start = starts[i];
+        const bool pair = starts[i + 1] - start == 2;
+        const char* const p = text.data() + start;
+        const int c = pair ? (p[0] & 0xFF) << 8 | (p[1] & 0xFF) : p[0] & 0xFF;
+        if (((GetCharType(text.data(), length, p, CT_SJIS) & CHARTYPE_DOUBLE) != 0) != pair)
+            return "GetCharType";
+        if (!pair && c >= 0xA1 && c <= 0xDF)
+            katakana = start;
+        if ((c >= 0x8740 && c <= 0x879C) || (c >= 0xED40 && c <= 0xFC4B && c >> 8 != 0xEF))
+            machine = start;
+    }
+    if (FindHankakuKatakana(text.data(), length) != katakana)
+        return "FindHankakuKatakana";
+    if (FindMachineDependChar(text.data(), length) != machine)
+        return "FindMachineDependChar";
+    return nullptr;
+}
+
+inline const char* CheckQuoting(const std::string& text)
+{
+    const std::vector<int> starts = CharacterStarts(text);
+    for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        // Half a character would make one with the backslash that comes behind it.
+        const char c = text[static_cast<std::size_t>(starts[i])];
+        if (tlvn::IsLeadByte(c) && starts[i + 1] - starts[i] == 1)
+            return nullptr;
+    }
+    CStringA quoted(text.data(), static_cast<int>(text.size()));
+    EnquoteText(quoted);
+    const std::string once = quoted.GetString();
+    const bool endsInBackslash =
+        starts.size() > 1 && text[static_cast<std::size_t>(starts[starts.size() - 2])] == '\\';
+    if (GetEnquotedLength((once + "\"\\").c_str()) != static_cast<int>(once.size()))
+        return "GetEnquotedLength";
+    DequoteText(quoted);
+    if (!endsInBackslash && quoted.GetString() != text)
+        return "DequoteText";
+    CStringA token(once.c_str() + 1, static_cast<int>(once.size()) - 2);
+    GetQuotedToken(token);
+    if (token.GetString() != text)
+        return "GetQuotedToken";
+    return nullptr;
+}
+
+inline const char* CheckScanners(const std::uint8_t* data, std::size_t size)
+{
+    static const std::string kPieces[] = {
+        "a",    "A",        "b",        " ",        "\"",       "\\",
+        "*",    "?",        "\x82\xA0", "\x95\x5C", "\x82\x60", "\x82\x81",
+        "\x83", "\x81\x5B", "\xB1",     "\x87\x40", "\xFA\x5C", std::string(1, '\0')};
+    constexpr int kLast = static_cast<int>(std::size(kPieces)) - 1;
+    ByteSource source(data, size);
+    const bool noCase = source.Byte() % 2 != 0;
+    const bool zeros = source.Byte() % 2 != 0;
+    // A few different pieces only, so that phrases are found and patterns match.
+    std::string pieces[3];
+    for (std::string& piece : pieces)
+        piece = kPieces[source.Number(0, zeros ? kLast : kLast - 1)];
+    std::string find, text;
+    for (int i = source.Number(0, 6); i > 0; --i)
+        find += pieces[source.Number(0, 2)];
+    while (!source.IsEmpty() && text.size() < 60)
+        text += pieces[source.Number(0, 2)];
+
+    if (const char* fault = CheckSearch(text, find, noCase))
+        return fault;
+    if (wildicmp(text.c_str(), find.c_str()) != WildcardModel(text.c_str(), find.c_str()))
+        return "wildicmp";
+    if (const char* fault = CheckCharacters(text))
+        return fault;
+    return CheckQuoting(text.c_str());
+}
