@@ -38,23 +38,28 @@ if [ -n "${DISPLAY:-}" ]; then
     exit
 fi
 
-# What is on the screen counts as drawn when it stays the same and shows more than a window frame.
+# On a screen without a window manager, Wine's desktop draws the frames. The picture is taken when
+# the screen has changed from the empty desktop and stays as it is for a second.
 start_display 840x720
 start_wine
-run_wine build/windows/bin/TolvanView.exe "$mail" &
-window=$!
-trap 'kill $window 2>/dev/null || true; stop_wine; stop_display' EXIT
+desktop=(explorer /desktop=TolvanView,840x720)
+run_wine "${desktop[@]}" >/dev/null 2>&1 &
+sleep 2
+empty=$(import -window root png:- | identify -format '%#' -)
+run_wine "${desktop[@]}" build/windows/bin/TolvanView.exe "$mail" &
+trap 'stop_wine; stop_display' EXIT
 last=
+same=0
 for _ in $(seq 60); do
     sleep 0.5
-    kill -0 $window 2>/dev/null || break
     import -window root build/view.png
     now=$(identify -format '%#' build/view.png)
-    if [ "$now" = "$last" ] && [ "$(identify -format '%k' build/view.png)" -gt 30 ]; then
+    same=$([ "$now" = "$last" ] && echo $((same + 1)) || echo 0)
+    last=$now
+    if [ "$now" != "$empty" ] && [ "$same" = 2 ]; then
         echo "The window is in build/view.png."
         exit 0
     fi
-    last=$now
 done
 echo "run.sh: the window did not appear" >&2
 exit 1

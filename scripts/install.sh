@@ -6,7 +6,7 @@ native_packages="g++ cmake ninja-build libicu-dev zlib1g-dev libminizip-dev goog
 bench_packages="libbenchmark-dev libuchardet-dev manpages-ja"
 fuzz_packages="clang libclang-rt-14-dev"
 windows_packages="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 wine xvfb xauth
-    fonts-ipafont-gothic imagemagick"
+    fonts-ipafont-gothic fonts-wine imagemagick"
 
 # install_packages SET...: installs the packages of these sets that are not installed, telling
 # which before it does. Fails when that cannot be done.
