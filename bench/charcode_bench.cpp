@@ -1,15 +1,18 @@
-// Code conversion beside ICU and iconv; growth of the time that detection takes.
+// Code conversion beside ICU and glibc's iconv, detection beside uchardet and ICU, in time and
+// in how often it is right.
 
 #include "bench/bench_table.h"
+#include "bench/manual_text.h"
 
 #include "charcode/convert.h"
 #include "charcode/detect.h"
-#include "charcode/japanese.h"
-#include "platform/nls.h"
 
 #include <iconv.h>
+#include <uchardet.h>
 #include <unicode/ucnv.h>
+#include <unicode/ucsdet.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <random>
 #include <string>
@@ -17,165 +20,244 @@
 
 namespace {
 
-constexpr int kMegabyte = 1 << 20;
+constexpr std::size_t kTextSize = 8 << 20;
+constexpr std::size_t kPieceSize = 1024;
 
-unsigned Trail(unsigned cell)
+struct Code {
+    CodeType codeType;
+    const char* name; // also iconv's, and the detectors' without regard to case
+    const char* iconvName;
+    const char* icuName;
+};
+constexpr Code kSJis = {CT_SJIS, "Shift_JIS", "CP932", "ibm-943_P15A-2003"};
+constexpr Code kEuc = {CT_EUC, "EUC-JP", "EUC-JP", nullptr};
+constexpr Code kJis = {CT_JIS, "ISO-2022-JP", "ISO-2022-JP", nullptr};
+constexpr Code kUtf8 = {CT_UTF8, "UTF-8", "UTF-8", "UTF-8"};
+constexpr Code kUtf16 = {CT_UNICODE, "UTF-16", "UTF-16LE", nullptr};
+
+int Length(const std::string& text)
 {
-    return 0x40 + cell + (cell >= 63 ? 1 : 0);
+    return static_cast<int>(text.size());
 }
 
-// Shift_JIS text: words of kana and kanji in lines of some 70 bytes; with `mixed`, as many
-// words of ASCII between them and some half-width katakana.
-std::string JapaneseText(int size, bool mixed)
+std::string Converted(const Code& from, const std::string& text, const Code& to)
+{
+    CBuffer out;
+    if (ConvertToOtherCodeType2(from.codeType, text.data(), Length(text), to.codeType, out, 0) != 0)
+        std::fprintf(stderr, "the text does not convert from %s to %s\n", from.name, to.name);
+    return {out, static_cast<std::size_t>(out.GetLength())};
+}
+
+// Lines of kana and kanji without any ASCII but the line ends, in Shift_JIS.
+std::string KanaAndKanji()
 {
     std::mt19937 engine(1);
     const auto random = [&](unsigned limit) { return static_cast<unsigned>(engine() % limit); };
     std::string text;
-    for (unsigned line = 0; text.size() + 100 < static_cast<std::size_t>(size);) {
-        const std::size_t before = text.size();
-        const unsigned kind = random(mixed ? 20 : 10);
-        for (unsigned i = 1 + random(6); i > 0; --i) {
-            unsigned c = 0x829F + random(83); // hiragana
-            if (kind >= 11)
-                c = 'a' + random(26);
-            else if (kind == 10)
-                c = 0xB1 + random(40); // half-width katakana
-            else if (kind == 9)
-                c = 0x8340 + random(63); // katakana
-            else if (kind >= 5)
-                c = (0x89 + random(0xF)) << 8 | Trail(random(188)); // kanji
-            if (c >= 0x100)
-                text += static_cast<char>(c >> 8);
-            text += static_cast<char>(c);
-        }
-        if (mixed)
-            text += ' ';
-        line += static_cast<unsigned>(text.size() - before);
-        if (line > 70) {
+    for (unsigned i = 1; text.size() < kTextSize; ++i) {
+        const unsigned kana = 0x829F + random(83);
+        const unsigned kanji = (0x89 + random(0xF)) << 8 | (0x80 + random(0x7C));
+        const unsigned c = random(3) != 0 ? kana : kanji;
+        text += static_cast<char>(c >> 8);
+        text += static_cast<char>(c);
+        if (i % 36 == 0)
             text += "\r\n";
-            line = 0;
-        }
     }
     return text;
 }
 
-std::string Text(const CBuffer& buffer)
+// The hub between two codes beside ICU (only between a code page and UTF-16) and iconv.
+void Convert(BenchTable& table, const std::string& kind, const std::string& sjis, const Code& from,
+             const Code& to)
 {
-    return std::string(buffer, static_cast<std::size_t>(buffer.GetLength()));
-}
-
-std::string Converted(CodeType from, const std::string& text, CodeType to)
-{
+    const std::string text = from.codeType == CT_SJIS ? sjis : Converted(kSJis, sjis, from);
+    const auto bytes = static_cast<double>(text.size());
+    const std::string what = std::string(from.name) + " to " + to.name + ", " + kind;
     CBuffer out;
-    if (ConvertToOtherCodeType2(from, text.data(), static_cast<int>(text.size()), to, out, 0) != 0)
-        std::fprintf(stderr, "the text of the benchmark does not convert from %d to %d\n", from,
-                     to);
-    return Text(out);
-}
+    const auto ours = [&] {
+        ConvertToOtherCodeType2(from.codeType, text.data(), Length(text), to.codeType, out, 0);
+        Use(out.GetBuffer());
+    };
+    std::string peerOut(text.size() * 3 + 16, '\0');
 
-// The conversion hub between code types beside iconv.
-void Hub(BenchTable& table, const char* what, CodeType from, const char* fromName,
-         const std::string& text, CodeType to, const char* toName)
-{
-    CBuffer out;
-    std::string peerOut(text.size() * 4, '\0');
-    const iconv_t peer = iconv_open(toName, fromName);
-    table.Compare(
-        what, static_cast<double>(text.size()), "iconv",
-        [&] {
-            ConvertToOtherCodeType2(from, text.data(), static_cast<int>(text.size()), to, out, 0);
-            Use(out.GetBuffer());
-        },
-        [&] {
-            char* in = const_cast<char*>(text.data());
-            std::size_t inLeft = text.size();
-            char* next = peerOut.data();
-            std::size_t outLeft = peerOut.size();
-            if (iconv(peer, &in, &inLeft, &next, &outLeft) == static_cast<std::size_t>(-1))
-                std::fprintf(stderr, "iconv stops at %zu\n", text.size() - inLeft);
+    const Code& page = to.codeType == CT_UNICODE ? from : to;
+    if (from.codeType == CT_UNICODE || to.codeType == CT_UNICODE) {
+        UErrorCode error = U_ZERO_ERROR;
+        UConverter* const icu = ucnv_open(page.icuName, &error);
+        const auto units = [](auto* p) { return reinterpret_cast<char16_t*>(p); };
+        table.Compare(what, bytes, "ICU", ours, [&] {
+            UErrorCode status = U_ZERO_ERROR;
+            if (to.codeType == CT_UNICODE)
+                ucnv_toUChars(icu, units(peerOut.data()), Length(peerOut) / 2, text.data(),
+                              Length(text), &status);
+            else
+                ucnv_fromUChars(icu, peerOut.data(), Length(peerOut),
+                                units(const_cast<char*>(text.data())), Length(text) / 2, &status);
             Use(peerOut.data());
         });
+        ucnv_close(icu);
+    }
+
+    const iconv_t peer = iconv_open(to.iconvName, from.iconvName);
+    table.Compare(what, bytes, "iconv", ours, [&] {
+        char* in = const_cast<char*>(text.data());
+        std::size_t inLeft = text.size();
+        char* next = peerOut.data();
+        std::size_t outLeft = peerOut.size();
+        if (iconv(peer, &in, &inLeft, &next, &outLeft) == static_cast<std::size_t>(-1))
+            std::fprintf(stderr, "iconv stops at %zu\n", text.size() - inLeft);
+        Use(peerOut.data());
+    });
     iconv_close(peer);
 }
 
-// One code page to UTF-16 and back beside ICU.
-void Page(BenchTable& table, const std::string& what, UINT page, const char* peerName,
-          const std::string& text)
+// Pieces of at most 1 KB in the code, cut at ends of lines, that are at least a quarter Japanese.
+std::vector<std::string> Pieces(const std::vector<std::string>& pages, const Code& code)
 {
-    UErrorCode error = U_ZERO_ERROR;
-    UConverter* const peer = ucnv_open(peerName, &error);
-    std::vector<WCHAR> units(text.size());
-    int count = 0;
-    tlvn::ConvertToUtf16(page, text.data(), static_cast<int>(text.size()), units.data(),
-                         static_cast<int>(units.size()), count);
-    std::vector<WCHAR> unitsOut(text.size());
-    std::string bytesOut(text.size() * 3, '\0');
-    int written = 0;
-    table.Compare(
-        what + " to UTF-16", static_cast<double>(text.size()), "ICU",
-        [&] {
-            tlvn::ConvertToUtf16(page, text.data(), static_cast<int>(text.size()), unitsOut.data(),
-                                 static_cast<int>(unitsOut.size()), written);
-            Use(unitsOut.data());
-        },
-        [&] {
-            UErrorCode status = U_ZERO_ERROR;
-            ucnv_toUChars(peer, unitsOut.data(), static_cast<int>(unitsOut.size()), text.data(),
-                          static_cast<int>(text.size()), &status);
-            Use(unitsOut.data());
-        });
-    table.Compare(
-        "UTF-16 to " + what, static_cast<double>(count) * 2, "ICU",
-        [&] {
-            tlvn::ConvertFromUtf16(page, units.data(), count, bytesOut.data(),
-                                   static_cast<INT64>(bytesOut.size()), written);
-            Use(bytesOut.data());
-        },
-        [&] {
-            UErrorCode status = U_ZERO_ERROR;
-            ucnv_fromUChars(peer, bytesOut.data(), static_cast<int>(bytesOut.size()), units.data(),
-                            count, &status);
-            Use(bytesOut.data());
-        });
-    ucnv_close(peer);
+    std::vector<std::string> pieces;
+    for (const std::string& page : pages) {
+        std::string piece; // in Shift_JIS
+        std::string done;  // the same in the code
+        for (std::size_t start = 0; start < page.size();) {
+            const std::size_t end = std::min(page.find('\n', start), page.size() - 1) + 1;
+            piece.append(page, start, end - start);
+            start = end;
+            std::string more = code.codeType == CT_SJIS ? piece : Converted(kSJis, piece, code);
+            if (more.size() <= kPieceSize) {
+                done = std::move(more);
+                continue;
+            }
+            const auto high =
+                std::count_if(piece.begin(), piece.end(), [](char c) { return (c & 0x80) != 0; });
+            if (done.size() >= kPieceSize / 2 && static_cast<std::size_t>(high) * 4 > piece.size())
+                pieces.push_back(done);
+            piece.clear();
+            done.clear();
+        }
+    }
+    return pieces;
 }
 
-void Detection(BenchTable& table)
+bool SameName(const char* a, const char* b)
 {
-    table.Growth(
-        "DetectCodeType2 of UTF-8", {kMegabyte / 4, kMegabyte, 4 * kMegabyte}, [](int size) {
-            return [text = Converted(CT_SJIS, JapaneseText(size, true), CT_UTF8)] {
-                const CodeType t = DetectCodeType2(text.data(), static_cast<int>(text.size()));
-                Use(&t);
+    return a != nullptr && CStringA(a).CompareNoCase(b) == 0;
+}
+
+class Detectors {
+public:
+    Detectors() : m_uchardet(uchardet_new()), m_icu(ucsdet_open(&m_error)) {}
+    ~Detectors()
+    {
+        ucsdet_close(m_icu);
+        uchardet_delete(m_uchardet);
+    }
+    Detectors(const Detectors&) = delete;
+    Detectors& operator=(const Detectors&) = delete;
+
+    const char* ByUchardet(const std::string& text)
+    {
+        uchardet_reset(m_uchardet);
+        uchardet_handle_data(m_uchardet, text.data(), text.size());
+        uchardet_data_end(m_uchardet);
+        return uchardet_get_charset(m_uchardet);
+    }
+    const char* ByIcu(const std::string& text)
+    {
+        UErrorCode error = U_ZERO_ERROR;
+        ucsdet_setText(m_icu, text.data(), Length(text), &error);
+        const UCharsetMatch* const match = ucsdet_detect(m_icu, &error);
+        return match != nullptr ? ucsdet_getName(match, &error) : nullptr;
+    }
+
+private:
+    UErrorCode m_error = U_ZERO_ERROR;
+    uchardet_t m_uchardet;
+    UCharsetDetector* m_icu;
+};
+
+void Detection(BenchTable& table, const std::vector<std::string>& pages)
+{
+    Detectors detectors;
+    std::printf("%-14s %8s %16s %16s %12s %12s   of pieces of 1 KB told rightly\n", "", "pieces",
+                "DetectCodeType", "DetectCodeType2", "uchardet", "ICU");
+    for (const Code& code : {kSJis, kEuc, kJis, kUtf8}) {
+        const std::vector<std::string> pieces = Pieces(pages, code);
+        const auto share = [&](auto isRight) {
+            const auto right = std::count_if(pieces.begin(), pieces.end(), isRight);
+            return 100.0 * static_cast<double>(right) / static_cast<double>(pieces.size());
+        };
+        std::printf("%-14s %8zu %15.2f%% %15.2f%% %11.2f%% %11.2f%%\n", code.name, pieces.size(),
+                    share([&](const std::string& text) {
+                        return DetectCodeType(text.data(), Length(text)) == code.codeType;
+                    }),
+                    share([&](const std::string& text) {
+                        return DetectCodeType2(text.data(), Length(text)) == code.codeType;
+                    }),
+                    share([&](const std::string& text) {
+                        return SameName(detectors.ByUchardet(text), code.name);
+                    }),
+                    share([&](const std::string& text) {
+                        return SameName(detectors.ByIcu(text), code.name);
+                    }));
+
+        const std::vector<std::string> some(
+            pieces.begin(), pieces.begin() + std::min<std::ptrdiff_t>(200, std::ssize(pieces)));
+        double bytes = 0;
+        for (const std::string& text : some)
+            bytes += static_cast<double>(text.size());
+        const auto forEach = [&](auto detect) {
+            return [&some, detect] {
+                for (const std::string& text : some)
+                    detect(text);
             };
+        };
+        const auto ours = forEach([](const std::string& text) {
+            const CodeType t = DetectCodeType2(text.data(), Length(text));
+            Use(&t);
         });
+        const std::string what = std::string("detect ") + code.name + ", 200 pieces";
+        table.Compare(what, bytes, "uchardet", ours,
+                      forEach([&](const std::string& text) { Use(detectors.ByUchardet(text)); }));
+        table.Compare(what, bytes, "ICU", ours,
+                      forEach([&](const std::string& text) { Use(detectors.ByIcu(text)); }), 3);
+    }
 }
 
 } // namespace
 
 int main()
 {
-    const std::string pure = JapaneseText(4 * kMegabyte, false);
-    const std::string mixed = JapaneseText(4 * kMegabyte, true);
-    const std::string ascii(4 * kMegabyte, 'a');
-    const std::string utf8 = Converted(CT_SJIS, mixed, CT_UTF8);
+    const std::vector<std::string> pages = ManualText();
+    std::string manual;
+    for (const std::string& page : pages)
+        manual += page;
+    while (!manual.empty() && manual.size() < kTextSize)
+        manual += std::string(manual);
+    manual.resize(std::min(manual.size(), manual.find('\n', kTextSize) + 1));
 
     BenchTable table;
-    Page(table, "932, Japanese", 932, "ibm-943_P15A-2003", pure);
-    Page(table, "932, mixed", 932, "ibm-943_P15A-2003", mixed);
-    Page(table, "932, ASCII", 932, "ibm-943_P15A-2003", ascii);
-    Page(table, "UTF-8, Japanese", 65001, "UTF-8", Converted(CT_SJIS, pure, CT_UTF8));
-    Page(table, "UTF-8, mixed", 65001, "UTF-8", utf8);
-    Page(table, "1252, ASCII", 1252, "ibm-5348_P100-1997", ascii);
-
-    Hub(table, "ISO-2022-JP to Shift_JIS", CT_JIS, "ISO-2022-JP-2",
-        Converted(CT_SJIS, pure, CT_JIS), CT_SJIS, "CP932");
-    Hub(table, "Shift_JIS to ISO-2022-JP", CT_SJIS, "CP932", pure, CT_JIS, "ISO-2022-JP-2");
-    Hub(table, "EUC-JP to Shift_JIS", CT_EUC, "EUC-JP-MS", Converted(CT_SJIS, mixed, CT_EUC),
-        CT_SJIS, "CP932");
-    Hub(table, "Shift_JIS to EUC-JP", CT_SJIS, "CP932", mixed, CT_EUC, "EUC-JP-MS");
-    Hub(table, "UTF-8 to Shift_JIS", CT_UTF8, "UTF-8", utf8, CT_SJIS, "CP932");
-    Detection(table);
+    const struct {
+        const char* kind;
+        std::string sjis;
+    } texts[] = {{"manual pages", manual},
+                 {"kana and kanji", KanaAndKanji()},
+                 {"ASCII", std::string(kTextSize, 'a')}};
+    for (const auto& [kind, sjis] : texts) {
+        if (sjis.empty()) {
+            std::puts("The package manpages-ja is not there: no measurement of real text.");
+            continue;
+        }
+        for (const Code& page : {kSJis, kUtf8}) {
+            Convert(table, kind, sjis, page, kUtf16);
+            Convert(table, kind, sjis, kUtf16, page);
+        }
+        for (const Code& code : {kJis, kEuc, kUtf8}) {
+            Convert(table, kind, sjis, code, kSJis);
+            Convert(table, kind, sjis, kSJis, code);
+        }
+    }
+    if (!pages.empty())
+        Detection(table, pages);
     table.Print();
     return 0;
 }

@@ -1,9 +1,12 @@
 #include "charcode/japanese.h"
 
+#include "charcode/row_cell.h"
 #include "platform/ascii_run.h"
 
 #include <climits>
 #include <cstring>
+
+using namespace tlvn;
 
 namespace {
 
@@ -12,15 +15,6 @@ constexpr BYTE kShiftOut = 0x0E;
 constexpr BYTE kShiftIn = 0x0F;
 constexpr BYTE kSingleShift2 = 0x8E;
 
-// The lead bytes that stand for a row of JIS X 0208; F0-FC have no row.
-constexpr bool IsSJisLead(BYTE b)
-{
-    return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xEF);
-}
-constexpr bool IsSJisTrail(BYTE b)
-{
-    return b >= 0x40 && b <= 0xFC;
-}
 constexpr bool IsHalfKatakana(BYTE b)
 {
     return b >= 0xA1 && b <= 0xDF;
@@ -28,27 +22,6 @@ constexpr bool IsHalfKatakana(BYTE b)
 constexpr bool IsEucByte(BYTE b)
 {
     return b >= 0xA1 && b <= 0xFE;
-}
-
-// A Shift_JIS lead byte stands for two rows: the trail bytes up to 9E for the odd one, those
-// from 9F for the even one. 7F is left out of the trail bytes. Which of the cases a character
-// is cannot be foreseen, so there are no branches.
-inline void PutJisPair(int s1, int s2, int highBit, BYTE* out)
-{
-    const int odd = s2 < 0x9F;
-    const int rowOffset = 0xB0 - 0x40 * (s1 < 0xA0);
-    const int cellOffset = 0x7E - (-odd & (0x5F - (s2 > 0x7F)));
-    out[0] = static_cast<BYTE>(2 * (s1 - rowOffset) - odd + highBit);
-    out[1] = static_cast<BYTE>(s2 - cellOffset + highBit);
-}
-
-inline void PutSJisPair(int j1, int j2, BYTE* out)
-{
-    const int odd = j1 & 1;
-    const int rowOffset = 0xB0 - 0x40 * (j1 < 0x5F);
-    const int cellOffset = 0x7E - (-odd & (0x5F - (j2 > 0x5F)));
-    out[0] = static_cast<BYTE>((j1 + 1) / 2 + rowOffset);
-    out[1] = static_cast<BYTE>(j2 + cellOffset);
 }
 
 // The common start of the conversions: false when there is nothing to convert.
@@ -102,11 +75,6 @@ Designation ReadDesignation(const BYTE* p, const BYTE* end)
     }
 }
 
-constexpr bool IsJisByte(BYTE b)
-{
-    return b >= 0x21 && b <= 0x7E;
-}
-
 // Length of what stands at p < end outside ASCII and is not of the code, but comes out of valid
 // Shift_JIS text; 0 for anything else. The lead bytes without a row are passed on alone, their
 // trail bytes become whatever they are by themselves.
@@ -117,6 +85,46 @@ int PassedOnLength(const BYTE* p, const BYTE* end)
     if (*p < 0xF0 || *p > 0xFC)
         return 0;
     return end - p >= 2 && p[1] >= 0x80 && p[1] <= 0xFC ? 2 : 1;
+}
+
+// Converts the pairs at the start of [p, end), but for the last few, and moves p and o behind
+// them. Full steps are told apart, so that the next need not wait for the count of the last.
+template <int (*kConvertPairs)(const BYTE*, int, BYTE*)>
+void ConvertRun(const BYTE*& p, const BYTE* end, int highBit, BYTE*& o)
+{
+    while (end - p >= kPairBytes) {
+        const int count = kConvertPairs(p, highBit, o);
+        if (count < kPairsAtOnce) {
+            p += 2 * count;
+            o += 2 * count;
+            return;
+        }
+        p += kPairBytes;
+        o += kPairBytes;
+    }
+}
+
+// Copies the bytes at the start of [p, end) that do not change the mode, as CopyAscii does.
+int CopyUnshifted(const BYTE* p, const BYTE* end, BYTE* out)
+{
+    const BYTE* const start = p;
+#ifdef TLVN_HAS_SSE2
+    while (end - p >= 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+        const __m128i shift = _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(1)),
+                                             _mm_set1_epi8(kShiftOut | kShiftIn));
+        const __m128i escape = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(kEsc));
+        const auto found = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(shift, escape)));
+        if (found != 0)
+            return static_cast<int>(p - start) + std::countr_zero(found);
+        p += 16;
+        out += 16;
+    }
+#endif
+    while (p < end && *p != kEsc && *p != kShiftOut && *p != kShiftIn)
+        *out++ = *p++;
+    return static_cast<int>(p - start);
 }
 
 // Writes ISO-2022-JP into a buffer that is reserved ahead.
@@ -156,21 +164,41 @@ public:
         m_mode = mode;
     }
 
+    // The double-byte characters, or the ASCII characters, that the first kChunk bytes at p start
+    // with: as many bytes as are returned. Reserve(kChunk) has to precede.
+    int PutPairs(const BYTE* p)
+    {
+        const int count = ConvertSJisPairs(p, 0, m_next + SwitchLength(Kanji));
+        return Keep(Kanji, 2 * count);
+    }
+    int PutAscii(const BYTE* p)
+    {
+        return Keep(Ascii, CopyAscii(p, p + kChunk, m_next + SwitchLength(Ascii)));
+    }
+
     void PutPair(BYTE s1, BYTE s2)
     {
         PutJisPair(s1, s2, 0, m_next);
         m_next += 2;
     }
     void Put(BYTE b) { *m_next++ = b; }
-    void Put(const BYTE* bytes, int size)
-    {
-        std::memcpy(m_next, bytes, static_cast<std::size_t>(size));
-        m_next += size;
-    }
+    static constexpr int kChunk = kPairBytes;
+
     void Finish() { m_out.ReleaseBuffer(static_cast<int>(m_next - m_start)); }
 
 private:
     static constexpr int kEscapeLength = 3;
+
+    int SwitchLength(Mode mode) const { return m_mode == mode ? 0 : kEscapeLength; }
+    // Takes over bytes that already stand behind the place of their designation.
+    int Keep(Mode mode, int size)
+    {
+        if (size > 0) {
+            SetMode(mode);
+            m_next += size;
+        }
+        return size;
+    }
 
     CBuffer& m_out;
     BYTE* m_start;
@@ -192,18 +220,22 @@ void ConvertJisToSJis(const char* text, int len, CBuffer& out)
     bool kanji = false;
     bool katakana = false;
     while (p < end) {
-        // Only control characters end a run of one kind.
         if (kanji && !katakana) {
-            for (; end - p >= 2 && *p >= ' '; p += 2, o += 2)
-                PutSJisPair(p[0], p[1], o);
+            ConvertRun<ConvertJisPairs>(p, end, 0, o);
         } else if (!katakana) {
-            while (p < end && *p >= ' ')
-                *o++ = *p++;
+            const int run = CopyUnshifted(p, end, o);
+            p += run;
+            o += run;
         }
         if (p == end)
             break;
         const BYTE b = *p;
-        if (b == kEsc) {
+        if (b == kEsc && end - p >= 3 && p[2] == 'B' && (p[1] == '$' || p[1] == '(')) {
+            // The two designations of most texts.
+            kanji = p[1] == '$';
+            katakana = false;
+            p += 3;
+        } else if (b == kEsc) {
             const Designation designation = ReadDesignation(p, end);
             p += designation.length;
             if (designation.effect != Designation::None) {
@@ -239,15 +271,18 @@ void ConvertSJisToJis(const char* text, int len, CBuffer& out)
     const BYTE* const end = p + len;
     JisWriter writer(out, len);
     while (p < end) {
-        const BYTE b = *p;
-        if (b < 0x80) {
-            const int run = tlvn::AsciiRunLength(p, end);
-            writer.Reserve(run, end - p - run);
-            writer.SetMode(JisWriter::Ascii);
-            writer.Put(p, run);
-            p += run;
-            continue;
+        if (end - p >= JisWriter::kChunk) {
+            const BYTE* const before = p;
+            int size = JisWriter::kChunk;
+            while (size == JisWriter::kChunk && end - p >= JisWriter::kChunk) {
+                writer.Reserve(JisWriter::kChunk, end - p);
+                size = *p < 0x80 ? writer.PutAscii(p) : writer.PutPairs(p);
+                p += size;
+            }
+            if (p != before)
+                continue;
         }
+        const BYTE b = *p;
         writer.Reserve(2, end - p);
         if (IsSJisLead(b) && end - p >= 2 && IsSJisTrail(p[1])) {
             writer.SetMode(JisWriter::Kanji);
@@ -258,11 +293,11 @@ void ConvertSJisToJis(const char* text, int len, CBuffer& out)
             writer.Put(b & 0x7F);
             ++p;
         } else {
-            // A lead byte takes a bad trail byte along.
-            const int size = IsSJisLead(b) && end - p >= 2 ? 2 : 1;
             writer.SetMode(JisWriter::Ascii);
-            writer.Put(p, size);
-            p += size;
+            writer.Put(*p++);
+            // A lead byte takes a bad trail byte along.
+            if (IsSJisLead(b) && p < end)
+                writer.Put(*p++);
         }
     }
     writer.Reserve(0, 0);
@@ -279,13 +314,15 @@ void ConvertEucToSJis(const char* text, int len, CBuffer& out)
     BYTE* const start = reinterpret_cast<BYTE*>(out.GetBuffer(len));
     BYTE* o = start;
     while (p < end) {
+        const BYTE* const before = p;
+        ConvertRun<ConvertJisPairs>(p, end, 0x80, o);
+        const int run = CopyAscii(p, end, o);
+        p += run;
+        o += run;
+        if (p == end || (p != before && end - p >= kPairBytes))
+            continue;
         const BYTE b = *p;
-        if (b < 0x80) {
-            const int run = tlvn::AsciiRunLength(p, end);
-            std::memcpy(o, p, static_cast<std::size_t>(run));
-            p += run;
-            o += run;
-        } else if ((IsEucByte(b) || b == kSingleShift2) && end - p >= 2) {
+        if ((IsEucByte(b) || b == kSingleShift2) && end - p >= 2) {
             if (b != kSingleShift2 && IsEucByte(p[1])) {
                 PutSJisPair(b - 0x80, p[1] - 0x80, o);
                 o += 2;
@@ -313,13 +350,15 @@ void ConvertSJisToEuc(const char* text, int len, CBuffer& out)
     BYTE* const start = reinterpret_cast<BYTE*>(out.GetBuffer(2 * len));
     BYTE* o = start;
     while (p < end) {
+        const BYTE* const before = p;
+        ConvertRun<ConvertSJisPairs>(p, end, 0x80, o);
+        const int run = CopyAscii(p, end, o);
+        p += run;
+        o += run;
+        if (p == end || (p != before && end - p >= kPairBytes))
+            continue;
         const BYTE b = *p;
-        if (b < 0x80) {
-            const int run = tlvn::AsciiRunLength(p, end);
-            std::memcpy(o, p, static_cast<std::size_t>(run));
-            p += run;
-            o += run;
-        } else if (IsSJisLead(b) && end - p >= 2) {
+        if (IsSJisLead(b) && end - p >= 2) {
             if (IsSJisTrail(p[1])) {
                 PutJisPair(b, p[1], 0x80, o);
             } else {

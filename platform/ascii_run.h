@@ -14,9 +14,9 @@
 
 namespace tlvn {
 
-// WidenAscii and NarrowAscii convert the ASCII characters at the start of [p, end) and return
-// how many there were. `out` must have room for end - p elements: what lies behind those that
-// were converted is scratch.
+// WidenAscii, NarrowAscii and CopyAscii convert the ASCII characters at the start of [p, end)
+// and return how many there were. `out` must have room for end - p elements: what lies behind
+// those that were converted is scratch.
 
 inline int WidenAscii(const BYTE* p, const BYTE* end, WCHAR* out) noexcept
 {
@@ -61,6 +61,26 @@ inline int NarrowAscii(const WCHAR* p, const WCHAR* end, BYTE* out) noexcept
 #endif
     while (p < end && *p < 0x80)
         *out++ = static_cast<BYTE>(*p++);
+    return static_cast<int>(p - start);
+}
+
+// The same from bytes to bytes.
+inline int CopyAscii(const BYTE* p, const BYTE* end, BYTE* out) noexcept
+{
+    const BYTE* const start = p;
+#ifdef TLVN_HAS_SSE2
+    while (end - p >= 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+        const auto high = static_cast<unsigned>(_mm_movemask_epi8(bytes));
+        if (high != 0)
+            return static_cast<int>(p - start) + std::countr_zero(high);
+        p += 16;
+        out += 16;
+    }
+#endif
+    while (p < end && *p < 0x80)
+        *out++ = *p++;
     return static_cast<int>(p - start);
 }
 

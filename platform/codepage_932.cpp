@@ -2,11 +2,15 @@
 
 #include "platform/ascii_run.h"
 
+#include <array>
+#include <cstddef>
+
 namespace tlvn::codepage {
 namespace {
 
 // kDecode932: units by lead byte (81-9F, E0-FC in this order) and trail byte (from 40), 0 for
-// what is no code. kEncode932: codes by unit, in blocks of 256 units, 0 where there is none.
+// what is no code. kEncode932: codes by unit, in blocks of 256 units, the first byte low, 0 where
+// there is none.
 #include "platform/tables/cp932_table.inc"
 
 constexpr unsigned kLeads = 60;
@@ -15,10 +19,31 @@ constexpr unsigned kTrails = 0xC0;
 
 constexpr WCHAR kBadPair = 0x30FB;
 
-constexpr unsigned RowOfLead(BYTE b)
+constexpr int kPairsAtOnce = 8;
+constexpr int kPairBytes = 2 * kPairsAtOnce;
+
+// The same tables with one load for a character: by lead byte x 256 + trail byte, and by unit.
+constexpr auto kUnitOfPair = [] {
+    std::array<WCHAR, 0x10000> units{};
+    for (unsigned row = 0; row < kLeads; ++row) {
+        const unsigned lead = (row + 0xA1) ^ 0x20;
+        for (unsigned cell = 0; cell < kTrails; ++cell)
+            units[lead << 8 | (cell + kTrailBase)] = kDecode932[row * kTrails + cell];
+    }
+    return units;
+}();
+constexpr auto kCodeOfUnit = [] {
+    std::array<std::uint16_t, 0x10000> codes{};
+    for (unsigned high = 0; high < 0x100; ++high) {
+        for (unsigned low = 0; low < 0x100 && kEncodeBlock932[high] != 0; ++low)
+            codes[high << 8 | low] = kEncode932[kEncodeBlock932[high] * 256u + low];
+    }
+    return codes;
+}();
+
+constexpr bool IsLead(BYTE b)
 {
-    // 81-9F and E0-FC become one range when bit 5 is turned.
-    return (b ^ 0x20u) - 0xA1u;
+    return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
 }
 
 WCHAR DecodeSingle(BYTE b, bool& lost)
@@ -31,6 +56,48 @@ WCHAR DecodeSingle(BYTE b, bool& lost)
     return b == 0xA0 ? WCHAR{0xF8F0} : static_cast<WCHAR>(0xF8F1 + (b - 0xFD));
 }
 
+// One character at p < end that is not ASCII; returns its length in bytes.
+int DecodeOne(const BYTE* p, const BYTE* end, WCHAR& unit, bool& lost)
+{
+    if (!IsLead(*p)) {
+        unit = DecodeSingle(*p, lost);
+        return 1;
+    }
+    const bool pair = end - p >= 2 && p[1] != 0;
+    unit = pair ? kUnitOfPair[static_cast<unsigned>(p[0] << 8 | p[1])] : WCHAR{0};
+    if (unit == 0) {
+        unit = kBadPair;
+        lost = true;
+    }
+    return pair ? 2 : 1;
+}
+
+// Decodes the double-byte characters at the start of the kPairBytes bytes at p, up to the first
+// that is none, and returns how many there were.
+inline int DecodePairs(const BYTE* p, WCHAR* out)
+{
+    for (int i = 0; i < kPairsAtOnce; ++i, p += 2) {
+        const WCHAR unit = kUnitOfPair[static_cast<unsigned>(p[0] << 8 | p[1])];
+        if (unit == 0)
+            return i;
+        out[i] = unit;
+    }
+    return kPairsAtOnce;
+}
+
+// The same for the units of two bytes at the start of the kPairsAtOnce units at p.
+inline int EncodePairs(const WCHAR* p, BYTE* out)
+{
+    for (int i = 0; i < kPairsAtOnce; ++i, out += 2) {
+        const unsigned code = kCodeOfUnit[p[i]];
+        if (code < 0x100)
+            return i;
+        out[0] = static_cast<BYTE>(code);
+        out[1] = static_cast<BYTE>(code >> 8);
+    }
+    return kPairsAtOnce;
+}
+
 } // namespace
 
 int Decode932(const char* text, int length, WCHAR* out, bool& loss)
@@ -40,33 +107,22 @@ int Decode932(const char* text, int length, WCHAR* out, bool& loss)
     WCHAR* o = out;
     bool lost = false;
     while (p < end) {
-        const BYTE b = *p;
-        if (b < 0x80) {
-            const int run = WidenAscii(p, end, o);
-            p += run;
-            o += run;
-            continue;
+        const BYTE* const before = p;
+        while (end - p >= kPairBytes) {
+            const int count = DecodePairs(p, o);
+            if (count < kPairsAtOnce) {
+                p += 2 * count;
+                o += count;
+                break;
+            }
+            p += kPairBytes;
+            o += kPairsAtOnce;
         }
-        const unsigned row = RowOfLead(b);
-        if (row >= kLeads) {
-            *o++ = DecodeSingle(b, lost);
-            ++p;
-            continue;
-        }
-        if (end - p < 2 || p[1] == 0) {
-            *o++ = kBadPair;
-            lost = true;
-            ++p;
-            continue;
-        }
-        const unsigned cell = p[1] - kTrailBase;
-        WCHAR unit = cell < kTrails ? static_cast<WCHAR>(kDecode932[row * kTrails + cell]) : 0;
-        if (unit == 0) {
-            unit = kBadPair;
-            lost = true;
-        }
-        *o++ = unit;
-        p += 2;
+        const int run = WidenAscii(p, end, o);
+        p += run;
+        o += run;
+        if (p < end && (p == before || end - p < kPairBytes))
+            p += DecodeOne(p, end, *o++, lost);
     }
     loss = loss || lost;
     return static_cast<int>(o - out);
@@ -80,26 +136,32 @@ INT64 Encode932(const WCHAR* text, int length, char* out, char replacement, bool
     BYTE* o = start;
     bool lost = false;
     while (p < end) {
-        const unsigned c = *p;
-        if (c < 0x80) {
-            const int run = NarrowAscii(p, end, o);
-            p += run;
-            o += run;
-            continue;
+        const WCHAR* const before = p;
+        while (end - p >= kPairsAtOnce) {
+            const int count = EncodePairs(p, o);
+            if (count < kPairsAtOnce) {
+                p += count;
+                o += 2 * count;
+                break;
+            }
+            p += kPairsAtOnce;
+            o += kPairBytes;
         }
-        ++p;
-        const unsigned code = kEncode932[kEncodeBlock932[c >> 8] * 256u + (c & 0xFF)];
-        if (code >= 0x100) {
-            o[0] = static_cast<BYTE>(code >> 8);
-            o[1] = static_cast<BYTE>(code);
-            o += 2;
-        } else if (code != 0) {
-            *o++ = static_cast<BYTE>(code);
-        } else {
+        const int run = NarrowAscii(p, end, o);
+        p += run;
+        o += run;
+        if (p == end || (p != before && end - p >= kPairsAtOnce))
+            continue;
+        const unsigned code = kCodeOfUnit[*p++];
+        if (code == 0) {
             lost = true;
             if (replacement != '\0')
                 *o++ = static_cast<BYTE>(replacement);
+            continue;
         }
+        *o++ = static_cast<BYTE>(code);
+        if (code >= 0x100)
+            *o++ = static_cast<BYTE>(code >> 8);
     }
     loss = loss || lost;
     return o - start;

@@ -62,6 +62,43 @@ Sequence ReadSequence(const BYTE* p, const BYTE* end)
     return {codePoint, length};
 }
 
+constexpr int kUnitsAtOnce = 8;
+
+// Encodes the units of three bytes each at the start of the kUnitsAtOnce units at p and returns
+// how many there were. `out` must have room for two bytes more than all of them take; what lies
+// behind the encoded ones is scratch. Without SSE2 there are none.
+int EncodeTriples(const WCHAR* p, BYTE* out)
+{
+#ifdef TLVN_HAS_SSE2
+    const auto lanes = [](int value) { return _mm_set1_epi16(static_cast<short>(value)); };
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i top = _mm_and_si128(units, lanes(0xF800));
+    const __m128i others = _mm_or_si128(_mm_cmpeq_epi16(top, _mm_setzero_si128()),
+                                        _mm_cmpeq_epi16(top, lanes(0xD800)));
+    const auto bits = static_cast<unsigned>(_mm_movemask_epi8(others));
+
+    const __m128i first = _mm_or_si128(_mm_srli_epi16(units, 12), lanes(0xE0));
+    const __m128i second = _mm_and_si128(_mm_slli_epi16(units, 2), lanes(0x3F00));
+    const __m128i lead = _mm_or_si128(_mm_or_si128(first, second), lanes(0x8000));
+    const __m128i last = _mm_or_si128(_mm_and_si128(units, lanes(0x3F)), lanes(0x80));
+    // Two characters of four bytes, the last one empty, become six bytes.
+    const __m128i even = _mm_set_epi32(0, 0xFFFFFF, 0, 0xFFFFFF);
+    const auto put = [&](__m128i characters, BYTE* at) {
+        const __m128i odd = _mm_andnot_si128(even, _mm_srli_epi64(characters, 8));
+        const __m128i packed = _mm_or_si128(_mm_and_si128(characters, even), odd);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(at), packed);
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(at + 6), _mm_srli_si128(packed, 8));
+    };
+    put(_mm_unpacklo_epi16(lead, last), out);
+    put(_mm_unpackhi_epi16(lead, last), out + 12);
+    return std::countr_zero(bits | 1u << 16) / 2;
+#else
+    static_cast<void>(p);
+    static_cast<void>(out);
+    return 0;
+#endif
+}
+
 } // namespace
 
 int DecodeUtf8(const char* text, int length, WCHAR* out, bool& loss)
@@ -108,14 +145,23 @@ INT64 EncodeUtf8(const WCHAR* text, int length, char* out, char replacement, boo
     BYTE* o = start;
     bool lost = false;
     while (p < end) {
-        unsigned c = *p;
-        if (c < 0x80) {
-            const int run = NarrowAscii(p, end, o);
-            p += run;
-            o += run;
-            continue;
+        const WCHAR* const before = p;
+        while (end - p > kUnitsAtOnce) {
+            const int count = EncodeTriples(p, o);
+            if (count < kUnitsAtOnce) {
+                p += count;
+                o += 3 * count;
+                break;
+            }
+            p += kUnitsAtOnce;
+            o += 3 * kUnitsAtOnce;
         }
-        ++p;
+        const int run = NarrowAscii(p, end, o);
+        p += run;
+        o += run;
+        if (p == end || (p != before && end - p > kUnitsAtOnce))
+            continue;
+        unsigned c = *p++;
         if (c < 0x800) {
             o[0] = static_cast<BYTE>(0xC0 | c >> 6);
             o[1] = static_cast<BYTE>(0x80 | (c & 0x3F));

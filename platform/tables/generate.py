@@ -90,6 +90,9 @@ def write_932():
             decode.append(unit)
             if unit and (unit not in encode or rank_932(code) < rank_932(encode[unit])):
                 encode[unit] = code
+    # As the bytes stand in the text, the first one low.
+    encode = {unit: code if code < 0x100 else code >> 8 | (code & 0xFF) << 8
+              for unit, code in encode.items()}
     numbers, blocks = two_stage(encode)
     lines = ["// Made by platform/tables/generate.py.", "",
              f"constexpr std::uint16_t kDecode932[{len(LEADS)} * {len(TRAILS)}] = {{"]
