@@ -82,6 +82,20 @@ void Document::GetLineUnits(int line, int maxUnits, WString& out) const
         std::memcpy(out.data(), text.GetBuffer(), out.size() * 2);
 }
 
+int Document::CountColumns(int line) const
+{
+    const CBuffer& text = GetLine(line);
+    if (!IsWide())
+        return text.GetLength();
+    int columns = 0;
+    for (int i = 0; i + 2 <= text.GetLength(); i += 2) {
+        WCHAR unit;
+        std::memcpy(&unit, text.GetBuffer() + i, sizeof unit);
+        columns += unit < 0x100 || (unit >= 0xFF61 && unit <= 0xFFDC) ? 1 : 2;
+    }
+    return columns;
+}
+
 std::vector<CBuffer> Document::SplitLines(const char* text, int length) const
 {
     std::vector<CBuffer> lines;

@@ -38,6 +38,10 @@ public:
     // that have no character show as the code page decodes them.
     void GetLineUnits(int line, int maxUnits, WString& out) const;
 
+    // Columns of half a character's height that the line takes at most, each tab one: bytes of a
+    // narrow text; in UTF-16, Latin letters and half-width forms take one, all others two.
+    int CountColumns(int line) const;
+
 private:
     std::vector<CBuffer> SplitLines(const char* text, int length) const;
 

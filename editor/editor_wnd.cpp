@@ -260,17 +260,21 @@ void CEditorWnd::SetCurrentFont()
     CFont* oldFont = dc.SelectObject(&m_font);
     TEXTMETRICW metric{};
     ::GetTextMetricsW(dc.m_hDC, &metric);
+    // Fonts whose half-width and full-width cells differ do not agree on what tmAveCharWidth is.
+    static const WCHAR letters[] = TW("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    constexpr int count = 52;
+    SIZE extent{};
+    ::GetTextExtentPoint32W(dc.m_hDC, letters, count, &extent);
     dc.SelectObject(oldFont);
     m_charHeight = std::max<int>(metric.tmHeight, 1);
-    m_charWidth = std::max<int>(metric.tmAveCharWidth, 1);
+    m_charWidth = std::max<int>((extent.cx + count / 2) / count, 1);
 }
 
 void CEditorWnd::MeasureDocument()
 {
-    // A column for each byte is exact for Japanese text and never too few.
     m_columns = 0;
     for (int line = 0; line < m_document.GetLineCount(); ++line)
-        m_columns = std::max(m_columns, m_document.GetLine(line).GetLength());
+        m_columns = std::max(m_columns, m_document.CountColumns(line));
     if (m_hWnd == nullptr)
         return;
     UpdateScrollBars();

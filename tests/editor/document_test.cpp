@@ -79,3 +79,13 @@ TEST(Document, GivesTheStartOfALineAsUtf16)
     document.GetLineUnits(0, 1, units);
     EXPECT_EQ(units, TW("a"));
 }
+
+TEST(Document, CountsColumns)
+{
+    tlvn::Document document;
+    document.Set(CT_SJIS, "a\x82\xA0\xB1", 4);
+    EXPECT_EQ(document.CountColumns(0), 4);
+    const tlvn::WString wide = TW("a\x00E9\x3042\xFF71\xFF21\xD842\xDFB7");
+    document.Set(CT_UNICODE, reinterpret_cast<const char*>(wide.data()), 14);
+    EXPECT_EQ(document.CountColumns(0), 1 + 1 + 2 + 1 + 2 + 4);
+}

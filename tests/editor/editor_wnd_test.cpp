@@ -52,9 +52,14 @@ TEST_F(EditorWndTest, ScrollBarsFollowTheTextAndItsPosition)
         UINT code;
         int expected;
     } steps[] = {
-        {SB_LINEUP, 0}, {SB_LINEDOWN, 1},           {SB_PAGEDOWN, 1 + visible - 2}, // two lines
-                                                                                    // stay
-        {SB_PAGEUP, 1}, {SB_BOTTOM, 101 - visible}, {SB_LINEDOWN, 101 - visible},   {SB_TOP, 0},
+        {SB_LINEUP, 0},
+        {SB_LINEDOWN, 1},
+        {SB_PAGEDOWN, 1 + visible - 2}, // two lines
+                                        // stay
+        {SB_PAGEUP, 1},
+        {SB_BOTTOM, 101 - visible},
+        {SB_LINEDOWN, 101 - visible},
+        {SB_TOP, 0},
     };
     for (const auto& step : steps) {
         ::SendMessageW(editor.m_hWnd, WM_VSCROLL, step.code, 0);
