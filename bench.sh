@@ -13,6 +13,8 @@ if [ ${#subsystems[@]} = 0 ]; then
         subsystems+=("$(basename "$source" _bench.cpp)")
     done
 fi
+# The peers are needed for this only, so the preset leaves the benchmarks out.
+cmake --preset linux -DTLVN_BUILD_BENCH=ON >/dev/null
 configure_and_build linux $(printf 'bench_%s ' "${subsystems[@]}")
 for subsystem in "${subsystems[@]}"; do
     echo "== $subsystem"
