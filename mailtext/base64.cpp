@@ -183,3 +183,22 @@ void EncodeBase64(const unsigned char* data, int len, int lineLen, CBuffer& out)
     }
     out.ReleaseBuffer(static_cast<int>(o - start));
 }
+
+void ExtractBase64Text(const char* p, int len, CBuffer& out)
+{
+    out.Empty();
+    if (p == nullptr || len < 1)
+        return;
+    const char* const end = p + len;
+    const auto isMember = [](char c) {
+        return c == '\0' || (c != '=' && kValues[static_cast<BYTE>(c)] != kOutside);
+    };
+    while (p != end && !isMember(*p))
+        ++p;
+    const char* const start = p;
+    while (p != end && isMember(*p))
+        ++p;
+    while (p != end && *p == '=')
+        ++p;
+    out.Set(start, static_cast<int>(p - start));
+}

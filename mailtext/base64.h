@@ -15,3 +15,7 @@ TLVN_API int DecodeBase64(const char* text, CBuffer& out);
 // Encodes `len` bytes, with "=" at the end where needed. With lineLen > 0 a line end (CR LF)
 // follows every lineLen characters and the end of the text, but never twice.
 TLVN_API void EncodeBase64(const unsigned char* data, int len, int lineLen, CBuffer& out);
+
+// Copies the first run of Base64 text in the `len` bytes at p: bytes of the alphabet, and the "="
+// behind them. A zero byte counts as one of the alphabet; callers rely on it.
+TLVN_API void ExtractBase64Text(const char* p, int len, CBuffer& out);
