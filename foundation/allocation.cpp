@@ -91,6 +91,12 @@ void* ReallocBlock(void* block, std::size_t oldSize, std::size_t newSize)
     return OrThrow(MayAllocate() ? PageRealloc(block, oldSize, newSize) : nullptr);
 }
 
+void TrimBlock(void* block, std::size_t oldSize, std::size_t newSize) noexcept
+{
+    if (IsPageSize(oldSize))
+        PageTrim(block, oldSize, newSize);
+}
+
 void FreeBlock(void* block, std::size_t size) noexcept
 {
     if (IsPageSize(size))

@@ -41,6 +41,10 @@ TLVN_API void* AllocBlock(std::size_t size);
 // one. Throws CMemoryException*, the old block is then as it was.
 TLVN_API void* ReallocBlock(void* block, std::size_t oldSize, std::size_t newSize);
 
+// Makes a block shorter where it stands, so that it is released as one of newSize bytes. Both
+// sizes have to mean the same allocator.
+TLVN_API void TrimBlock(void* block, std::size_t oldSize, std::size_t newSize) noexcept;
+
 // Releases a block of that size; null does nothing.
 TLVN_API void FreeBlock(void* block, std::size_t size) noexcept;
 

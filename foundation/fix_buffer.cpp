@@ -66,6 +66,9 @@ void CFixBuffer::MoveFrom(CBuffer& src)
         return;
     }
     AllocFree();
+    // The block is released by its length from now on: what lies behind it would be lost.
+    if (src.m_data != nullptr)
+        tlvn::TrimBlock(src.m_data, BlockSize(src.m_allocSize), BlockSize(src.m_length));
     m_data = std::exchange(src.m_data, nullptr);
     m_length = std::exchange(src.m_length, 0);
     src.m_allocSize = 0;

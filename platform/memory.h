@@ -17,10 +17,17 @@ TLVN_API void* PageAlloc(std::size_t size) noexcept;
 // than copying them where it can. Null on failure, the old block is then as it was.
 TLVN_API void* PageRealloc(void* block, std::size_t oldSize, std::size_t newSize) noexcept;
 
+// Makes a block shorter (0 < newSize <= oldSize) where it stands, giving the pages behind its new
+// end back to the system; it then counts as a block of newSize bytes.
+TLVN_API void PageTrim(void* block, std::size_t oldSize, std::size_t newSize) noexcept;
+
 // Releases a block; null does nothing.
 TLVN_API void PageFree(void* block, std::size_t size) noexcept;
 
 // Number of page blocks that are allocated and not yet released, in the whole process.
 TLVN_API int GetPageBlockCount() noexcept;
+// The size of their pages by the sizes that callers gave; it does not come back to where it was
+// when a block is released with another size than it has.
+TLVN_API std::size_t GetPageBytes() noexcept;
 
 } // namespace tlvn

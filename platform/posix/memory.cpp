@@ -22,6 +22,7 @@ namespace tlvn {
 namespace {
 
 std::atomic<int> g_blocks{0};
+std::atomic<std::size_t> g_bytes{0};
 
 // `size` rounded up to whole pages; 0 when that is not possible.
 std::size_t Pages(std::size_t size)
@@ -60,6 +61,7 @@ void* PageAlloc(std::size_t size) noexcept
     Unguard(block, size);
     Guard(block, size);
     g_blocks++;
+    g_bytes += pages;
     return block;
 }
 
@@ -78,7 +80,18 @@ void* PageRealloc(void* block, std::size_t oldSize, std::size_t newSize) noexcep
     }
     Unguard(moved, newSize);
     Guard(moved, newSize);
+    g_bytes += pages - Pages(oldSize);
     return moved;
+}
+
+void PageTrim(void* block, std::size_t oldSize, std::size_t newSize) noexcept
+{
+    const std::size_t pages = Pages(newSize);
+    Unguard(block, oldSize);
+    if (pages < Pages(oldSize))
+        munmap(static_cast<char*>(block) + pages, Pages(oldSize) - pages);
+    Guard(block, newSize);
+    g_bytes -= Pages(oldSize) - pages;
 }
 
 void PageFree(void* block, std::size_t size) noexcept
@@ -88,11 +101,17 @@ void PageFree(void* block, std::size_t size) noexcept
     Unguard(block, size);
     munmap(block, Pages(size));
     g_blocks--;
+    g_bytes -= Pages(size);
 }
 
 int GetPageBlockCount() noexcept
 {
     return g_blocks;
+}
+
+std::size_t GetPageBytes() noexcept
+{
+    return g_bytes;
 }
 
 } // namespace tlvn

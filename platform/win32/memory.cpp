@@ -15,6 +15,7 @@ namespace tlvn {
 namespace {
 
 std::atomic<int> g_blocks{0};
+std::atomic<std::size_t> g_bytes{0};
 
 std::size_t PageSize()
 {
@@ -65,8 +66,10 @@ void* AllocWithRoom(std::size_t size)
 void* PageAlloc(std::size_t size) noexcept
 {
     void* const block = VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    if (block != nullptr)
-        g_blocks++;
+    if (block == nullptr)
+        return nullptr;
+    g_blocks++;
+    g_bytes += Pages(size);
     return block;
 }
 
@@ -79,31 +82,48 @@ void* PageRealloc(void* block, std::size_t oldSize, std::size_t newSize) noexcep
     if (newPages == oldPages)
         return block;
     if (newPages < oldPages) {
-        VirtualFree(static_cast<char*>(block) + newPages, oldPages - newPages, MEM_DECOMMIT);
+        PageTrim(block, oldSize, newSize);
         return block;
     }
-    if (CommitInPlace(block, oldPages, newPages))
+    if (CommitInPlace(block, oldPages, newPages)) {
+        g_bytes += newPages - oldPages;
         return block;
+    }
 
     void* const moved = AllocWithRoom(newPages);
     if (moved == nullptr)
         return nullptr;
     std::memcpy(moved, block, std::min(oldSize, newSize));
     VirtualFree(block, 0, MEM_RELEASE);
+    g_bytes += newPages - oldPages;
     return moved;
 }
 
-void PageFree(void* block, std::size_t) noexcept
+void PageTrim(void* block, std::size_t oldSize, std::size_t newSize) noexcept
+{
+    const std::size_t pages = Pages(newSize);
+    if (pages < Pages(oldSize))
+        VirtualFree(static_cast<char*>(block) + pages, Pages(oldSize) - pages, MEM_DECOMMIT);
+    g_bytes -= Pages(oldSize) - pages;
+}
+
+void PageFree(void* block, std::size_t size) noexcept
 {
     if (block == nullptr)
         return;
     VirtualFree(block, 0, MEM_RELEASE);
     g_blocks--;
+    g_bytes -= Pages(size);
 }
 
 int GetPageBlockCount() noexcept
 {
     return g_blocks;
+}
+
+std::size_t GetPageBytes() noexcept
+{
+    return g_bytes;
 }
 
 } // namespace tlvn

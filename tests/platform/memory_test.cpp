@@ -57,5 +57,17 @@ TEST(PageMemory, KeepsTheContentThroughChangesOfSize)
     PageFree(block, size);
 }
 
+TEST(PageMemory, TrimmingGivesThePagesBack)
+{
+    const std::size_t before = GetPageBytes();
+    char* const block = static_cast<char*>(PageAlloc(300000));
+    block[1999] = 'x';
+    PageTrim(block, 300000, 2000);
+    EXPECT_EQ(block[1999], 'x');
+    EXPECT_LT(GetPageBytes() - before, 300000u / 2);
+    PageFree(block, 2000);
+    EXPECT_EQ(GetPageBytes(), before);
+}
+
 } // namespace
 } // namespace tlvn
