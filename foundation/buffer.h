@@ -146,7 +146,8 @@ public:
     int FindPhrase(const WCHAR* s, int start, int nocase) const;
 
     // The start of the last occurrence that ends at or before `end`. -1 stands for the length;
-    // in the narrow phrase searches so does every other end out of range.
+    // in the narrow phrase searches so does every other end out of range. ReverseFindChar never
+    // gives a trail byte but, unlike FindChar, finds a lead byte.
     int ReverseFindChar(char ch, int end) const;
     int ReverseFindAsciiChar(char ch, int end) const;
     int ReverseFindAsciiPhrase(const char* s, int end, int nocase) const;

@@ -152,14 +152,14 @@ int CBuffer::FindPhrase(const WCHAR* s, int start, int nocase) const
 
 int CBuffer::ReverseFindChar(char ch, int end) const
 {
-    if (m_data == nullptr)
+    if (m_data == nullptr || end < -1)
         return -1;
     if (end == -1 || end > m_length)
         end = m_length;
     tlvn::CharacterBoundary boundary(m_data);
     for (int i = end - 1; i >= 0; --i) {
         const char* p = m_data + i;
-        if (*p == ch && boundary.IsStart(p) && !tlvn::IsDoubleByte(p, m_data + m_length))
+        if (*p == ch && boundary.IsStart(p))
             return i;
     }
     return -1;
@@ -167,6 +167,8 @@ int CBuffer::ReverseFindChar(char ch, int end) const
 
 int CBuffer::ReverseFindAsciiChar(char ch, int end) const
 {
+    if (end < -1)
+        return -1;
     if (end == -1 || end > m_length)
         end = m_length;
     for (int i = end - 1; i >= 0; --i)

@@ -12,16 +12,24 @@ namespace {
 std::unique_ptr<CFile> g_traceFile;
 int g_depth = 0;
 
-// A log that cannot be written must not disturb what it watches.
-void WriteTrace(const CStringA& text)
+// Does `work` and tells whether it went well: a log that cannot be written, for want of a file or
+// of memory, must not disturb what it watches.
+template <class Work>
+bool Quietly(Work work)
 {
-    if (g_traceFile == nullptr)
-        return;
     try {
-        g_traceFile->Write(text.GetString(), static_cast<UINT>(text.GetLength()));
+        tlvn::GuardMemory(work);
+        return true;
     } catch (CException* e) {
         e->Delete();
+        return false;
     }
+}
+
+void WriteTrace(const CStringA& text)
+{
+    if (g_traceFile != nullptr)
+        g_traceFile->Write(text.GetString(), static_cast<UINT>(text.GetLength()));
 }
 
 void WriteTimeStamp()
@@ -42,26 +50,23 @@ int SetTraceOutput(int on)
         return 1;
 
     if (on == 0) {
-        WriteTimeStamp();
-        try {
+        Quietly(WriteTimeStamp);
+        Quietly([] {
             g_traceFile->Flush();
             g_traceFile->Close();
-        } catch (CException* e) {
-            e->Delete();
-        }
+        });
         g_traceFile.reset();
         return 1;
     }
 
-    const std::string path = tlvn::GetTempFolder() + "TolvanTraceOutput.txt";
-    try {
+    const bool opened = Quietly([] {
+        const std::string path = tlvn::GetTempFolder() + "TolvanTraceOutput.txt";
         g_traceFile = std::make_unique<CFile>(path.c_str(), CFile::modeCreate | CFile::modeWrite |
                                                                 CFile::shareDenyWrite);
-    } catch (CException* e) {
-        e->Delete();
+    });
+    if (!opened)
         return 0;
-    }
-    WriteTimeStamp();
+    Quietly(WriteTimeStamp);
     return 1;
 }
 
@@ -79,33 +84,29 @@ CTraceFunction::CTraceFunction(const char* name)
 CTraceFunction::~CTraceFunction()
 {
     --g_depth;
-    if (!IsTraceOutput())
-        return;
-    if (m_messages.IsEmpty()) {
-        WriteNamed("---", CStringA());
-        return;
-    }
-    CStringA text;
-    text.Format("%s--- %s ---  %s\r\n", GetIndentText().GetString(), m_name.GetString(),
-                m_messages[0].GetString());
-    for (int i = 1; i < m_messages.GetSize(); ++i)
-        text += GetIndentText() + GetFuncSpace() + m_messages[i] + "\r\n";
-    WriteTrace(text);
+    if (IsTraceOutput())
+        Quietly([this] { WriteExit(); });
 }
 
 void CTraceFunction::operator()(const char* format, ...)
 {
-    CStringA message;
-    va_list arguments;
-    va_start(arguments, format);
-    message.FormatV(format, arguments);
-    va_end(arguments);
-
     const bool first = m_entryWritten == 0;
     m_entryWritten = 1;
     if (!IsTraceOutput())
         return;
 
+    va_list arguments;
+    va_start(arguments, format);
+    Quietly([&] {
+        CStringA message;
+        message.FormatV(format, arguments);
+        WriteMessage(first, message);
+    });
+    va_end(arguments);
+}
+
+void CTraceFunction::WriteMessage(bool first, const CStringA& message)
+{
     if (first)
         WriteNamed("+++", message);
     else if (m_mode == 2)
@@ -141,4 +142,18 @@ void CTraceFunction::WriteNamed(const char* mark, const CStringA& message) const
     if (!message.IsEmpty())
         line += "  " + message;
     WriteTrace(line + "\r\n");
+}
+
+void CTraceFunction::WriteExit() const
+{
+    if (m_messages.IsEmpty()) {
+        WriteNamed("---", CStringA());
+        return;
+    }
+    CStringA text;
+    text.Format("%s--- %s ---  %s\r\n", GetIndentText().GetString(), m_name.GetString(),
+                m_messages[0].GetString());
+    for (int i = 1; i < m_messages.GetSize(); ++i)
+        text += GetIndentText() + GetFuncSpace() + m_messages[i] + "\r\n";
+    WriteTrace(text);
 }

@@ -10,7 +10,7 @@
 //   }                                       // --- CFolder::Open ---
 //
 // The state and the depth are one per process and not guarded: tracing belongs to the
-// user-interface thread. Nothing here throws on account of the file.
+// user-interface thread. Nothing here throws for want of a file or of memory.
 
 #pragma once
 
@@ -49,7 +49,9 @@ protected:
     CStringA GetFuncSpace() const;
 
 private:
+    void WriteMessage(bool first, const CStringA& message);
     void WriteNamed(const char* mark, const CStringA& message) const;
+    void WriteExit() const;
 
     CStringA m_name; // empty when tracing was off at the start
     int m_entryWritten;

@@ -76,8 +76,10 @@ TEST(Buffer, MoveFromKeepsEveryBlockWithItsAllocator)
         {2000, 1021, 0, false}, // length + 2 is 1023
         {2000, 1022, 1, true},  {2000, 1500, 1, true},
         {100, 10, 0, true},     {2000, 0, 0, false}, // nothing to keep
+        {99000, 1500, 1, true},                      // the pages behind the text go back
     };
     const int before = tlvn::GetPageBlockCount();
+    const std::size_t bytesBefore = tlvn::GetPageBytes();
     for (const auto& c : cases) {
         CBuffer source;
         source.SetAllocSize(c.capacity);
@@ -97,6 +99,7 @@ TEST(Buffer, MoveFromKeepsEveryBlockWithItsAllocator)
         EXPECT_EQ(std::string(copy), std::string(static_cast<std::size_t>(c.length), 'x'));
     }
     EXPECT_EQ(tlvn::GetPageBlockCount(), before);
+    EXPECT_EQ(tlvn::GetPageBytes(), bytesBefore);
 
     CBuffer from("text");
     from.SetIncrSize(500);
@@ -285,7 +288,10 @@ TEST(Buffer, SearchesKeepToTheirStartAndEndRules)
     EXPECT_EQ(buffer.ReverseFindPhrase("abc", -9, 0), 3);
     EXPECT_EQ(buffer.ReverseFindAsciiPhrase("abc", 5, 0), 0);
     EXPECT_EQ(buffer.ReverseFindAsciiChar('c', -1), 5);
-    EXPECT_EQ(buffer.ReverseFindAsciiChar('c', -2), -1); // only -1 means the length
+    for (const int end : {-2, INT_MIN}) { // only -1 means the length
+        EXPECT_EQ(buffer.ReverseFindAsciiChar('c', end), -1);
+        EXPECT_EQ(buffer.ReverseFindChar('c', end), -1);
+    }
 
     const CBuffer wide(CStringW(TW("abab")));
     EXPECT_EQ(wide.ReverseFindPhrase(TW("ab"), -1, 0), 4);
@@ -298,6 +304,8 @@ TEST(Buffer, SearchesKeepToTheirStartAndEndRules)
     EXPECT_EQ(kana.FindAsciiPhrase("g", 0, 0), 1);
     EXPECT_EQ(kana.FindChar('g', 0), 2);
     EXPECT_EQ(kana.ReverseFindChar('g', 2), -1);
+    EXPECT_EQ(kana.FindChar(kana[0], 0), -1);
+    EXPECT_EQ(kana.ReverseFindChar(kana[0], -1), 0); // backwards a lead byte is found
     EXPECT_EQ(kana.IsMbsTrail(1), 1);
     EXPECT_EQ(CBuffer(kZenA).FindPhrase(kZenSmallA, 0, 1), 0);
     EXPECT_EQ(CBuffer(kZenA).FindAsciiPhrase(kZenSmallA, 0, 1), -1);

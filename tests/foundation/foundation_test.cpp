@@ -176,6 +176,19 @@ TEST(Trace, WritesAnIndentedLogWhileOn)
     tlvn::RemoveFile((tlvn::GetTempFolder() + "TolvanTraceOutput.txt").c_str());
 }
 
+// A message longer than any text can be is dropped without an exception.
+TEST(Trace, ThrowsNothing)
+{
+    ASSERT_EQ(SetTraceOutput(1), 1);
+    {
+        CTraceFunction trace("f");
+        EXPECT_NO_THROW(trace("%*d%*d", INT_MAX, 1, INT_MAX, 1));
+        EXPECT_NO_THROW(trace(nullptr));
+    }
+    EXPECT_EQ(SetTraceOutput(0), 1);
+    tlvn::RemoveFile((tlvn::GetTempFolder() + "TolvanTraceOutput.txt").c_str());
+}
+
 // A file that cannot be made leaves tracing off and throws nothing.
 TEST(Trace, SaysWhenItCannotWrite)
 {

@@ -273,8 +273,7 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
             if (pos < -1)
                 break;
             for (int i = (pos == -1 || pos > length ? length : pos) - 1; i >= 0; --i) {
-                if (!IsPair(model, i) && !IsInside(model, 0, i) &&
-                    model[static_cast<std::size_t>(i)] == ch) {
+                if (!IsInside(model, 0, i) && model[static_cast<std::size_t>(i)] == ch) {
                     expected = i;
                     break;
                 }
