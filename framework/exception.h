@@ -15,9 +15,6 @@
 
 #include "framework/object.h"
 
-#include <new>
-#include <stdexcept>
-
 class TLVN_API CException : public CObject {
     DECLARE_DYNAMIC(CException)
 public:
@@ -77,19 +74,6 @@ public:
 [[noreturn]] TLVN_API void AfxThrowInvalidArgException();
 
 namespace tlvn {
-
-// Runs `work`, turning the standard library's lack of memory into the framework's.
-template <class Work>
-decltype(auto) GuardMemory(Work&& work)
-{
-    try {
-        return work();
-    } catch (const std::bad_alloc&) {
-        AfxThrowMemoryException();
-    } catch (const std::length_error&) {
-        AfxThrowMemoryException();
-    }
-}
 
 // Copies `text` into `buffer`, of `max` bytes with the terminator, cutting between characters.
 TLVN_API void CopyMessage(const char* text, char* buffer, UINT max);

@@ -2,7 +2,8 @@
 // the library and its users include.
 //
 // Built with TLVN_WITH_MFC, the real MFC takes their place: a program that links the MFC cannot
-// have a second CString. The library uses only members that the MFC has.
+// have a second CString. The library uses only members that the MFC has, and the few helpers of
+// its own at the end of this header.
 
 #pragma once
 
@@ -11,8 +12,6 @@
 #include <afxwin.h>
 
 #include <afxtempl.h>
-
-#include "platform/types.h"
 
 #else
 
@@ -30,3 +29,6 @@
 #include "framework/wnd.h"
 
 #endif
+
+#include "framework/guard_memory.h"
+#include "framework/window_class.h"

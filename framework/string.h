@@ -9,16 +9,14 @@
 //   CString name("Inbox");
 //   name.AppendFormat(" (%d)", count);
 //   CStringW wide(name);                    // converted by the multibyte code page
-//   log.Format("%s", (const char*)name);    // a CString itself cannot be passed for "%s"
+//   log.Format("%s", name);                 // or (const char*)name
 //
-// The content is held by a std::basic_string; unlike with the MFC, copies are not shared and a
-// CString has not the layout of a pointer, so that the cast in the last line is needed (without
-// it, the line does not compile). Lack of
-// memory, and a length above INT_MAX, throw the memory exception.
+// The content is held by a std::basic_string, and unlike with the MFC copies are not shared.
+// Lack of memory, and a length above INT_MAX, throw the memory exception.
 
 #pragma once
 
-#include "framework/exception.h"
+#include "framework/guard_memory.h"
 #include "framework/text_ops.h"
 
 #include <climits>
@@ -252,11 +250,11 @@ public:
     }
 
     // Index of the first occurrence at or behind `start`, or -1. An empty text is found at
-    // `start`.
+    // `start`, a null one nowhere.
     int Find(XCHAR c, int start = 0) const { return tlvn::FindInText(View_(), c, start); }
     int Find(PCXSTR text, int start = 0) const
     {
-        return tlvn::FindInText(View_(), ViewOf(text), start);
+        return text == nullptr ? -1 : tlvn::FindInText(View_(), ViewOf(text), start);
     }
     int ReverseFind(XCHAR c) const { return tlvn::FindLastInText(View_(), c); }
     // Index of the first character that is in `set`, or -1.
@@ -347,8 +345,7 @@ public:
     template <class... Args>
     void Format(PCXSTR format, Args... args)
     {
-        static_assert((std::is_scalar_v<Args> && ...), "cast a CString for %s to const char*");
-        FormatArguments(format, args...);
+        FormatArguments(format, Passed(args)...);
     }
     template <class... Args>
     void Format(UINT formatId, Args... args)
@@ -418,6 +415,18 @@ private:
     {
         return Converted(text == nullptr ? std::basic_string_view<YCHAR>()
                                          : std::basic_string_view<YCHAR>(text));
+    }
+    // What goes through the ellipsis for an argument of Format: of a CStringT its text.
+    template <class Arg>
+    static auto Passed(const Arg& argument)
+    {
+        constexpr bool isString =
+            std::is_same_v<Arg, CStringT> || std::is_same_v<Arg, CStringT<YCHAR>>;
+        static_assert(isString || std::is_scalar_v<Arg>, "cast the argument for %s to a pointer");
+        if constexpr (isString)
+            return argument.GetString();
+        else
+            return argument;
     }
     void FormatArguments(PCXSTR format, ...)
     {

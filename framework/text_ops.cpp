@@ -1,7 +1,7 @@
 #include "framework/text_ops.h"
 
-#include "framework/exception.h"
 #include "framework/format.h"
+#include "framework/guard_memory.h"
 #include "platform/multibyte.h"
 #include "platform/string_table.h"
 

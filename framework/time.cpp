@@ -2,6 +2,7 @@
 
 #include "platform/clock.h"
 
+#include <climits>
 #include <cstdlib>
 
 namespace {
@@ -196,8 +197,13 @@ CString CTimeSpan::Format(const char* format) const
 
 CTime::CTime(int year, int month, int day, int hour, int minute, int second, int dst)
 {
+    constexpr int kFirstYear = 1900;
+    if (year < INT_MIN + kFirstYear || month == INT_MIN) {
+        m_time = -1;
+        return;
+    }
     std::tm local{};
-    local.tm_year = year - 1900;
+    local.tm_year = year - kFirstYear;
     local.tm_mon = month - 1;
     local.tm_mday = day;
     local.tm_hour = hour;

@@ -24,6 +24,7 @@
 #include "framework/object.h"
 #include "framework/string.h"
 #include "framework/winapi.h"
+#include "framework/window_class.h"
 
 #include <string>
 
@@ -294,18 +295,6 @@ class TLVN_API CScrollBar : public CWnd {
 TLVN_API int AfxMessageBox(LPCSTR text, UINT type = MB_OK, UINT helpId = 0);
 
 namespace tlvn {
-
-// Registers a class for windows of the library, once; registering it again succeeds and changes
-// nothing. `style` is a set of CS_ values.
-TLVN_API bool RegisterWindowClass(LPCSTR name, UINT style, HCURSOR cursor = nullptr,
-                                  HBRUSH background = nullptr, HICON icon = nullptr);
-
-// A cursor of the system (IDC_ARROW and so on, which windows.h gives in narrow form).
-template <class Name>
-HCURSOR LoadStandardCursor(Name name)
-{
-    return ::LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(name));
-}
 
 // The next message of the thread, offered to PreTranslateMessage, translated and dispatched.
 // Waits for one; false for WM_QUIT.

@@ -48,7 +48,7 @@ bool ToUtcTime(INT64 time, std::tm& utc)
     const INT64 monthFromMarch = (5 * dayOfYear + 2) / 153;
     const int month = static_cast<int>((monthFromMarch + 2) % 12);
     const INT64 year = yearOfEra + era * 400 + (month < 2 ? 1 : 0);
-    if (year - 1900 < INT_MIN || year - 1900 > INT_MAX)
+    if (year - 1900 < INT_MIN || year > INT_MAX)
         return false;
 
     std::tm result{};

@@ -1,5 +1,6 @@
 #include "platform/clock.h"
 
+#include <climits>
 #include <ctime>
 
 namespace tlvn {
@@ -22,6 +23,8 @@ bool ToLocalTime(INT64 time, std::tm& local)
     const std::time_t seconds = time;
     std::tm result{};
     if (localtime_r(&seconds, &result) == nullptr)
+        return false;
+    if (result.tm_year > INT_MAX - 1900)
         return false;
     local = result;
     return true;

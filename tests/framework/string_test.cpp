@@ -94,6 +94,7 @@ TEST_F(StringTest, FindStepsOverTrailBytes)
     EXPECT_EQ(text.Find(""), 0);
     EXPECT_EQ(text.Find("", 7), 7);
     EXPECT_EQ(text.Find("", 8), -1);
+    EXPECT_EQ(text.Find(static_cast<const char*>(nullptr)), -1);
     EXPECT_EQ(text.Find("a", -1), -1);
     EXPECT_EQ(text.Find("a", 99), -1);
     EXPECT_EQ(CStringW(TW("abcabc")).Find(TW("ca")), 2);
@@ -230,6 +231,9 @@ TEST_F(StringTest, FormattingAndMessages)
     CStringW wide;
     wide.Format(TW("%s|%S"), TW("w"), SO);
     EXPECT_EQ(wide, TW("w|\u30BD"));
+    text.Format("%s%S|%s", text, wide, text); // strings themselves, the text among them
+    EXPECT_STREQ(text, "x=5 " SO "w|" SO "|x=5 " SO);
+    text.Format("%s %S", CString("x=5"), CStringW(TW("\u30BD")));
 
     EXPECT_FALSE(text.LoadString(65535));
     EXPECT_STREQ(text, "x=5 " SO);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace {
 
 constexpr INT64 kTime = 1360027230; // Tue, 5 Feb 2013 01:20:30 UTC
@@ -35,6 +37,12 @@ TEST(Time, FormatsInUtc)
     EXPECT_STREQ(CTime(kTime).FormatGmt(nullptr), "");
     EXPECT_STREQ(CTime(INT64_MAX).FormatGmt("%Y"), "");
     EXPECT_STREQ(CTime(INT64_MAX).Format("%Y"), "");
+    // The last year whose distance from 1900 is an int, but not the year itself.
+    constexpr INT64 kTooLate = 67768036191000000;
+    EXPECT_STREQ(CTime(kTooLate).FormatGmt("%Y"), "");
+    EXPECT_EQ(CTime(kTooLate).GetYear(), 0);
+    EXPECT_EQ(CTime(INT_MIN, 1, 1, 0, 0, 0), CTime(-1));
+    EXPECT_EQ(CTime(2013, INT_MIN, 1, 0, 0, 0), CTime(-1));
 }
 
 // Local fields lead back to the time in any zone, and carry over.
