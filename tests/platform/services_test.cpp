@@ -58,8 +58,7 @@ TEST(Services, CollatesLikeADictionary)
     EXPECT_LT(CollateTexts("", "a"), 0);
 }
 
-// One directive in each row; the last fails when quoted
-// letters are formatted.
+// One directive in each row; the last fails when quoted letters are formatted.
 TEST(Services, DatePictures)
 {
     std::tm fields{};
