@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstring>
 
 using namespace tlvn;
@@ -34,14 +35,34 @@ public:
 
     CodeType Run()
     {
-        for (m_pos = 0; m_pos < m_end && !m_decided; ++m_pos)
-            Step(m_text[m_pos]);
+        for (m_pos = 0; m_pos < m_end && !m_decided; ++m_pos) {
+            SkipPlain();
+            if (m_pos < m_end)
+                Step(m_text[m_pos]);
+        }
         if (m_decided)
             return m_codeType;
         return m_undecided ? CT_EUC : CT_ASCII;
     }
 
 private:
+    // Passes whole blocks of bytes that mean nothing: ASCII without an escape.
+    void SkipPlain()
+    {
+#ifdef TLVN_HAS_SSE2
+        for (; m_end - m_pos >= 16; m_pos += 16) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(m_text + m_pos));
+            const __m128i escape = _mm_cmpeq_epi8(bytes, _mm_set1_epi8(0x1B));
+            const auto found =
+                static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(bytes, escape)));
+            if (found != 0) {
+                m_pos += std::countr_zero(found);
+                return;
+            }
+        }
+#endif
+    }
+
     // Behind the scanned range there are zeros.
     int Next()
     {
@@ -152,6 +173,39 @@ int ContinuationCount(BYTE lead)
     return 0;
 }
 
+// Judges the 64 bytes at p, where a sequence or an ASCII character starts: returns the length
+// of the whole ones among them, or 0 when there is anything but well-formed sequences of two and
+// three bytes. Sets `found` when there is a sequence.
+int WellFormedLength(const BYTE* p, int& found)
+{
+#ifdef TLVN_HAS_SSE2
+    std::uint64_t high = 0, continuation = 0, three = 0, four = 0;
+    const auto mask = [](__m128i bytes, int shift) {
+        return static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(bytes))) << shift;
+    };
+    for (int i = 0; i < 64; i += 16) {
+        // As signed numbers 80 is the least byte and ASCII lies above all others.
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
+        high |= mask(bytes, i);
+        continuation |= mask(_mm_cmplt_epi8(bytes, _mm_set1_epi8(-0x40)), i);
+        three |= mask(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(-0x21)), i);
+        four |= mask(_mm_cmpgt_epi8(bytes, _mm_set1_epi8(-0x11)), i);
+    }
+    const std::uint64_t lead = high & ~continuation;
+    three &= high;
+    if ((lead << 1 | three << 2) != continuation || (four & high) != 0)
+        return 0;
+    found |= high != 0;
+    if (lead >> 63 != 0)
+        return 63;
+    return (three >> 62 & 1) != 0 ? 62 : 64;
+#else
+    static_cast<void>(p);
+    static_cast<void>(found);
+    return 0;
+#endif
+}
+
 // Whether the bytes are UTF-16 text of characters that Shift_JIS has. Most other text shows
 // that it is not in its first units, so it is looked at in pieces.
 bool IsShiftJisInUtf16(const char* text, int len)
@@ -160,8 +214,9 @@ bool IsShiftJisInUtf16(const char* text, int len)
     WCHAR units[kPiece];
     char bytes[kPiece * 2];
     const int count = len / 2;
-    for (int pos = 0; pos < count; pos += kPiece) {
-        const int size = std::min(kPiece, count - pos);
+    int size = 0;
+    for (int pos = 0; pos < count; pos += size) {
+        size = std::min(pos == 0 ? 16 : kPiece, count - pos);
         std::memcpy(units, text + 2 * pos, static_cast<std::size_t>(size) * sizeof(WCHAR));
         int written = 0;
         if (ConvertFromUtf16(kShiftJisPage, units, size, bytes, sizeof(bytes), written) !=
@@ -207,6 +262,12 @@ int IsUTF8(const char* text, int len)
     const BYTE* const end = p + len;
     int found = 0;
     while (p < end) {
+        if (end - p >= 64) {
+            const int length = WellFormedLength(p, found);
+            p += length;
+            if (length != 0)
+                continue;
+        }
         if (*p < 0x80) {
             p += AsciiRunLength(p, end);
             continue;

@@ -2,6 +2,7 @@
 
 #include "platform/codepage.h"
 
+#include <algorithm>
 #include <climits>
 
 namespace tlvn {
@@ -52,7 +53,9 @@ ConversionResult DecodeSystemPage(UINT codePage, const char* text, int length, W
     const int capacity = static_cast<int>(out.size());
     const DWORD strict = codePage == kUtf7 ? 0 : MB_ERR_INVALID_CHARS;
     int size = MultiByteToWideChar(codePage, strict, text, length, out.data(), capacity);
-    bool loss = false;
+    // What is not ASCII is not UTF-7.
+    bool loss = codePage == kUtf7 &&
+                std::any_of(text, text + length, [](char c) { return (c & 0x80) != 0; });
     if (size == 0 && strict != 0) {
         loss = true;
         size = MultiByteToWideChar(codePage, 0, text, length, out.data(), capacity);

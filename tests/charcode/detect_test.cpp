@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <random>
 #include <string>
 
 namespace {
@@ -148,6 +149,55 @@ TEST(IsUtf8, NeedsWholeSequences)
     };
     for (const auto& c : cases)
         EXPECT_EQ(IsUTF8(c.text.data(), static_cast<int>(c.text.size())), c.expected);
+}
+
+// The blocks of the fast way against the definition, byte by byte: sequences of all lengths at
+// every place of a block, with one byte changed in half of the texts.
+TEST(IsUtf8, EqualsItsDefinition)
+{
+    const auto definition = [](const std::string& text) {
+        int found = 0;
+        for (std::size_t i = 0; i < text.size(); ++found) {
+            const int lead = static_cast<unsigned char>(text[i++]);
+            if (lead < 0x80) {
+                --found;
+                continue;
+            }
+            int count = 0;
+            while (count < 8 && (lead << count & 0x80) != 0)
+                ++count;
+            if (count < 2 || count > 6)
+                return 0;
+            for (; count > 1; --count, ++i) {
+                if (i == text.size() || (text[i] & 0xC0) != 0x80)
+                    return 0;
+            }
+        }
+        return found > 0 ? 1 : 0;
+    };
+    std::mt19937 engine(5);
+    const auto random = [&] { return static_cast<unsigned>(engine()); };
+    int valid = 0;
+    for (int round = 0; round < 5000; ++round) {
+        std::string text;
+        const unsigned kinds = 2 + random() % 5;
+        for (unsigned n = random() % 80; n > 0; --n) {
+            static const char* const kCharacters[] = {"a",
+                                                      "\xE3\x81\x82",
+                                                      "\xC3\xA9",
+                                                      "bcdefghijklmno",
+                                                      "\xF0\x9F\x98\x80",
+                                                      "\xFC\x80\x80\x80\x80\x80"};
+            text += kCharacters[random() % kinds];
+        }
+        if (round % 2 != 0 && !text.empty())
+            text[random() % text.size()] = static_cast<char>(random());
+        const int expected = definition(text);
+        valid += expected;
+        ASSERT_EQ(IsUTF8(text.data(), static_cast<int>(text.size())), expected)
+            << testing::PrintToString(text);
+    }
+    EXPECT_GT(valid, 2000);
 }
 
 TEST(DetectCodeType2, TriesUtf8AndUtf16First)

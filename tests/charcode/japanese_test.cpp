@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <iterator>
 #include <random>
 #include <string>
 
@@ -162,6 +163,155 @@ TEST(Japanese, RandomTextSurvivesBothRoundTrips)
         EXPECT_TRUE(std::none_of(jis.begin(), jis.end(), [](char c) { return (c & 0x80) != 0; }));
         ASSERT_EQ(Converted(ConvertJisToSJis, jis), text);
         ASSERT_EQ(Converted(ConvertEucToSJis, Converted(ConvertSJisToEuc, text)), text);
+    }
+}
+
+namespace {
+
+// The rules of the conversions, one character after the other; the fast ways through runs of
+// characters must not differ from them in anything.
+std::string JisPair(int s1, int s2)
+{
+    const int adjust = s2 < 0x9F ? 1 : 0;
+    const int cell = adjust == 0 ? 0x7E : s2 > 0x7F ? 0x20 : 0x1F;
+    return {static_cast<char>(2 * (s1 - (s1 < 0xA0 ? 0x70 : 0xB0)) - adjust),
+            static_cast<char>(s2 - cell)};
+}
+std::string SJisPair(int j1, int j2)
+{
+    const int cell = j1 % 2 == 0 ? 0x7E : j2 > 0x5F ? 0x20 : 0x1F;
+    return {static_cast<char>((j1 + 1) / 2 + (j1 < 0x5F ? 0x70 : 0xB0)),
+            static_cast<char>(j2 + cell)};
+}
+
+std::string PlainSJisTo(bool jis, const std::string& text)
+{
+    std::string out;
+    const char* mode = "\x1B(B";
+    const auto put = [&](const char* designation, const std::string& bytes) {
+        if (jis && std::string(mode) != designation)
+            out += mode = designation;
+        out += bytes;
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const int b = static_cast<BYTE>(text[i]);
+        const bool lead = (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xEF);
+        if (lead && i + 1 < text.size()) {
+            const int trail = static_cast<BYTE>(text[++i]);
+            std::string pair = JisPair(b, trail);
+            if (!jis)
+                pair = {static_cast<char>(pair[0] + 0x80), static_cast<char>(pair[1] + 0x80)};
+            if (trail >= 0x40 && trail <= 0xFC)
+                put("\x1B$B", pair);
+            else
+                put("\x1B(B", text.substr(i - 1, 2));
+        } else if (b >= 0xA1 && b <= 0xDF) {
+            put("\x1B(I",
+                jis ? std::string(1, static_cast<char>(b & 0x7F)) : std::string{'\x8E', text[i]});
+        } else {
+            put("\x1B(B", text.substr(i, 1));
+        }
+    }
+    put("\x1B(B", "");
+    return out;
+}
+
+std::string PlainEucToSJis(const std::string& text)
+{
+    const auto at = [&](std::size_t i) {
+        return i < text.size() ? int{static_cast<BYTE>(text[i])} : -1;
+    };
+    const auto isEuc = [](int b) { return b >= 0xA1 && b <= 0xFE; };
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); i += 2) {
+        if (isEuc(at(i)) && isEuc(at(i + 1)))
+            out += SJisPair(at(i) - 0x80, at(i + 1) - 0x80);
+        else if (at(i) == 0x8E && at(i + 1) >= 0xA1 && at(i + 1) <= 0xDF)
+            out += text[i + 1];
+        else if (isEuc(at(i)) || at(i) == 0x8E)
+            out += text.substr(i, 2);
+        else
+            out += text[i--];
+    }
+    return out;
+}
+
+// What is designated: K kanji, A ASCII, I half-width katakana, nothing.
+struct Designator {
+    std::string bytes;
+    char effect;
+};
+const Designator kEscapes[] = {{"\x1B$B", 'K'}, {"\x1B(B", 'A'},  {"\x1B(I", 'I'}, {"\x1B$@", 'K'},
+                               {"\x1B(J", 'A'}, {"\x1B$(D", 'K'}, {"\x1B&@", ' '}, {"\x1BK", 'K'},
+                               {"\x1BH", 'A'},  {"\x1B(H", 'A'}};
+
+std::string PlainJisToSJis(const std::string& text)
+{
+    std::string out;
+    bool kanji = false;
+    bool katakana = false;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto escape =
+            std::find_if(std::begin(kEscapes), std::end(kEscapes), [&](const auto& e) {
+                return text.compare(i, e.bytes.size(), e.bytes) == 0;
+            });
+        const char c = text[i];
+        if (escape != std::end(kEscapes)) {
+            i += escape->bytes.size();
+            if (escape->effect != ' ') {
+                kanji = escape->effect == 'K';
+                katakana = escape->effect == 'I';
+            }
+            continue;
+        }
+        ++i;
+        if (c == '\x1B') {
+            if (i == text.size() || (text[i] != '$' && text[i] != '('))
+                kanji = katakana = false;
+        } else if (c == '\x0E' || c == '\x0F') {
+            katakana = c == '\x0E';
+        } else if (c == '\r' || c == '\n') {
+            out += c;
+        } else if (katakana) {
+            out += static_cast<char>(c | 0x80);
+        } else if (kanji && i < text.size()) {
+            out += SJisPair(static_cast<BYTE>(c), static_cast<BYTE>(text[i++]));
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
+} // namespace
+
+TEST(Japanese, EqualsThePlainRulesOnAnyBytes)
+{
+    std::mt19937 random(11);
+    for (int round = 0; round < 2000; ++round) {
+        // Runs of one kind, long enough for the fast ways, with strays between them.
+        std::string text;
+        for (unsigned runs = Below(random, 8); runs > 0; --runs) {
+            const unsigned kind = Below(random, 6);
+            for (unsigned n = Below(random, 40); n > 0; --n) {
+                if (kind == 0)
+                    text += static_cast<char>(Below(random, 0x80));
+                else if (kind == 1)
+                    text += static_cast<char>(0xA1 + Below(random, 0x5E)); // of EUC-JP
+                else if (kind == 2)
+                    text += static_cast<char>(0x21 + Below(random, 0x5E)); // of JIS
+                else
+                    text += RandomCharacter(random);
+            }
+            if (Below(random, 2) == 0)
+                text += kEscapes[Below(random, std::size(kEscapes))].bytes;
+            if (Below(random, 3) == 0)
+                text += static_cast<char>(Below(random, 0x100));
+        }
+        ASSERT_EQ(Converted(ConvertSJisToEuc, text), PlainSJisTo(false, text));
+        ASSERT_EQ(Converted(ConvertSJisToJis, text), PlainSJisTo(true, text));
+        ASSERT_EQ(Converted(ConvertEucToSJis, text), PlainEucToSJis(text));
+        ASSERT_EQ(Converted(ConvertJisToSJis, text), PlainJisToSJis(text));
     }
 }
 
