@@ -437,15 +437,10 @@ bool CBuffer::operator==(const CBuffer& other) const
 
 CBuffer& CBuffer::Tokenize(const char* delims, int& pos, CBuffer& out) const
 {
-    if (&out == this) {
-        CBuffer token;
-        Tokenize(delims, pos, token);
-        out.MoveFrom(token);
+    if (delims == nullptr || *delims == '\0' || pos < 0 || pos >= m_length) {
+        out.Empty();
         return out;
     }
-    out.Empty();
-    if (delims == nullptr || *delims == '\0' || pos < 0 || pos >= m_length)
-        return out;
 
     const char* const end = m_data + m_length;
     const char* begin = m_data + pos;
@@ -455,8 +450,10 @@ CBuffer& CBuffer::Tokenize(const char* delims, int& pos, CBuffer& out) const
             break;
         begin += length;
     }
-    if (begin == end)
+    if (begin == end) {
+        out.Empty();
         return out;
+    }
 
     const char* p = begin;
     int delimiter = 0;
@@ -466,8 +463,10 @@ CBuffer& CBuffer::Tokenize(const char* delims, int& pos, CBuffer& out) const
             break;
         p += tlvn::CharLength(p, end);
     }
-    out.Add(begin, static_cast<int>(p - begin));
-    pos = static_cast<int>(p - m_data) + delimiter;
+    // Last, as `out` may be this buffer, or hold the delimiters.
+    const int next = static_cast<int>(p - m_data) + delimiter;
+    out.Set(begin, static_cast<int>(p - begin));
+    pos = next;
     return out;
 }
 

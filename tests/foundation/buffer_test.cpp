@@ -366,6 +366,13 @@ TEST(Buffer, CutsTokensAndNumbers)
     pos = 1;
     EXPECT_EQ(Text(CBuffer("a,,").Tokenize(",", pos, token)), "");
     EXPECT_EQ(pos, 1); // only delimiters remained
+    CBuffer self(";"); // the delimiters' place takes the token, then the text's own
+    pos = 0;
+    EXPECT_EQ(Text(CBuffer("a;b").Tokenize(self, pos, self)), "a");
+    self = ";;abc;";
+    pos = 1;
+    EXPECT_EQ(Text(self.Tokenize(";", pos, self)), "abc");
+    EXPECT_EQ(pos, 6);
 
     const struct {
         const char* text;
