@@ -186,6 +186,12 @@ struct DateTime {
     }
 };
 
+// Local time, fields carried over; -1 for years that no date of a mail has.
+INT64 FromLocal(const DateTime& date)
+{
+    return date.year > kLastYear ? -1 : std::max<INT64>(FromLocalTime(date.ToTm()), -1);
+}
+
 // The sign of the zone at a time and its distance from UTC.
 struct ZoneText {
     explicit ZoneText(INT64 time)
@@ -317,7 +323,7 @@ INT64 GetAsciiTime(const char* text)
     if (!fields.ReadToken(token))
         return -1;
     date.year = ReadNumber(token);
-    return std::max<INT64>(FromLocalTime(date.ToTm()), -1);
+    return FromLocal(date);
 }
 
 int GetTimeTextFormat(const char* text)
@@ -399,7 +405,7 @@ INT64 GetStringDate(const char* text, CTime& out)
     date.month = parts[1];
     date.day = parts[2];
     date.hour = 23;
-    out = CTime(std::max<INT64>(FromLocalTime(date.ToTm()), 0));
+    out = CTime(std::max<INT64>(FromLocal(date), 0));
     return out.GetTime();
 }
 

@@ -23,7 +23,7 @@ TLVN_API INT64 GetRFC822Time(const char* text);
 
 // Reads the date of the C library's asctime, "Tue Feb  5 10:20:30 2013", as local time. The name
 // of the month must be written just so; fields out of range are carried over, except the day.
-// Returns the time, or -1 for another shape and a time before 1970.
+// Returns the time, or -1 for another shape, a year above 9999 and a time before 1970.
 TLVN_API INT64 GetAsciiTime(const char* text);
 
 // Which of the two a text is: 2 for the header form, 1 for the other, 0 for neither; judged by
@@ -47,7 +47,7 @@ TLVN_API char* GetLocalDateText(const CTime& t, char* out, int size);
 TLVN_API const char* GetDateString(const CTime& t, CString& out);
 
 // Reads year, month and day parted by "/" or line feeds: 23:00:00 of that day in local time.
-// Returns the time, or 0 when one is missing or there is no such time from 1970 on; `out`
+// Returns the time, or 0 when one is missing, for a year above 9999 and a time before 1970; `out`
 // receives the same.
 TLVN_API INT64 GetStringDate(const char* text, CTime& out);
 

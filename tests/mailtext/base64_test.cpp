@@ -151,3 +151,44 @@ TEST(Base64, EqualsTheSlowRules)
         ASSERT_EQ(Decoded(text.c_str()), SlowDecoded(text)) << text;
     }
 }
+
+TEST(Base64, PassesTheVectorsOfTheStandard)
+{
+    const char* const vectors[][2] = {{"", ""},
+                                      {"f", "Zg=="},
+                                      {"fo", "Zm8="},
+                                      {"foo", "Zm9v"},
+                                      {"foob", "Zm9vYg=="},
+                                      {"fooba", "Zm9vYmE="},
+                                      {"foobar", "Zm9vYmFy"}};
+    for (const auto& v : vectors) {
+        EXPECT_EQ(Encoded(v[0], 0), v[1]);
+        EXPECT_EQ(Decoded(v[1]), v[0]);
+    }
+}
+
+TEST(Base64, IsExtracted)
+{
+    const struct {
+        std::string text;
+        std::string run;
+    } cases[] = {
+        {"<YWJj> ZGVm", "YWJj"},
+        {"  YQ==Zm9v", "YQ=="},
+        {"==YQ===", "YQ==="}, // "=" does not begin a run, but all of them end it
+        {"YW\r\nJj", "YW"},
+        {{"-a\0b-", 5}, {"a\0b", 3}}, // a zero byte belongs to the alphabet
+        {{"-\0=", 3}, {"\0=", 2}},
+        {"-\xFF*", ""},
+    };
+    for (const auto& c : cases) {
+        CBuffer out("left over");
+        ExtractBase64Text(c.text.data(), static_cast<int>(c.text.size()), out);
+        EXPECT_EQ(std::string(out, static_cast<std::size_t>(out.GetLength())), c.run);
+    }
+    CBuffer out("left over");
+    ExtractBase64Text("YWJj", 2, out);
+    EXPECT_STREQ(out, "YW");
+    ExtractBase64Text(nullptr, 2, out);
+    EXPECT_TRUE(out.IsEmpty());
+}
