@@ -5,6 +5,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace tlvn {
@@ -48,6 +49,7 @@ Converter OpenConverter(UINT codePage)
 struct Loss {
     bool lost = false;
     char replacement = '?';
+    bool doubleByte = false;
 };
 
 bool IsUnconvertible(UConverterCallbackReason reason)
@@ -55,13 +57,19 @@ bool IsUnconvertible(UConverterCallbackReason reason)
     return reason == UCNV_UNASSIGNED || reason == UCNV_ILLEGAL || reason == UCNV_IRREGULAR;
 }
 
-// Windows puts '?' for a malformed character of these pages.
-void ReplaceBytes(const void* context, UConverterToUnicodeArgs* args, const char*, int32_t,
-                  UConverterCallbackReason reason, UErrorCode* error)
+// Windows puts '?' for a malformed character of these pages. Where ICU faults the lead byte
+// alone, Windows takes the byte behind it along, unless that is zero.
+void ReplaceBytes(const void* context, UConverterToUnicodeArgs* args, const char* bytes,
+                  int32_t length, UConverterCallbackReason reason, UErrorCode* error)
 {
     if (!IsUnconvertible(reason))
         return;
-    const_cast<Loss*>(static_cast<const Loss*>(context))->lost = true;
+    Loss& loss = *const_cast<Loss*>(static_cast<const Loss*>(context));
+    loss.lost = true;
+    const BYTE lead = static_cast<BYTE>(bytes[0]);
+    if (loss.doubleByte && length == 1 && lead >= 0x81 && lead <= 0xFE &&
+        args->source < args->sourceLimit && *args->source != 0)
+        ++args->source;
     const UChar question = u'?';
     *error = U_ZERO_ERROR;
     ucnv_cbToUWriteUChars(args, &question, 1, 0, error);
@@ -103,6 +111,7 @@ ConversionResult DecodeSystemPage(UINT codePage, const char* text, int length, W
     if (converter == nullptr)
         return kUnknownCodePage;
     Loss loss;
+    loss.doubleByte = ucnv_getMaxCharSize(converter.get()) == 2;
     UErrorCode error = U_ZERO_ERROR;
     ucnv_setToUCallBack(converter.get(), ReplaceBytes, &loss, nullptr, nullptr, &error);
     out.resize(static_cast<std::size_t>(MaxUtf16Length(codePage, length)));
@@ -114,6 +123,10 @@ ConversionResult DecodeSystemPage(UINT codePage, const char* text, int length, W
     out.resize(U_FAILURE(error) ? 0 : written);
     if (U_FAILURE(error))
         return kUnknownCodePage;
+    // Bytes without a character become these units, to Windows an error.
+    const auto isHole = [](WCHAR unit) { return unit >= 0xF8F0 && unit <= 0xF8FF; };
+    if (loss.doubleByte && std::any_of(out.begin(), out.end(), isHole))
+        loss.lost = true;
     return loss.lost ? kConvertedWithLoss : kConverted;
 }
 

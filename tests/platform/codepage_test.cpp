@@ -100,6 +100,58 @@ TEST(CodePage932, DecodesMalformedTextAsLoss)
     EXPECT_EQ(Wide(932, "\x81\x45", kConverted), WString({0x30FB})); // the character itself
 }
 
+// Any bytes, in runs that the fast way takes, decode like their characters one by one.
+TEST(CodePage932, DecodesAnyTextLikeItsCharacters)
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 1000; ++round) {
+        std::string text;
+        for (unsigned runs = Below(random, 5); runs > 0; --runs) {
+            const std::string character = Below(random, 2) != 0 ? "\x88\x9F" : "a";
+            for (unsigned n = Below(random, 20); n > 0; --n)
+                text += character;
+            for (unsigned n = Below(random, 4); n > 0; --n)
+                text += static_cast<char>(Below(random, 0x100));
+        }
+        WString expected;
+        int expectedResult = kConverted;
+        for (std::size_t i = 0, size = 0; i < text.size(); i += size) {
+            const int b = static_cast<BYTE>(text[i]);
+            const bool lead = (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
+            size = lead && i + 1 < text.size() && text[i + 1] != 0 ? 2 : 1;
+            WString one;
+            expectedResult |= ConvertToUtf16(932, text.substr(i, size), one);
+            expected += one;
+        }
+        ASSERT_EQ(Wide(932, text, expectedResult), expected);
+    }
+}
+
+// The pages that the system converts treat a lead byte as page 932 does: it takes what follows
+// along, except a zero, and both become one question mark.
+TEST(CodePage, DecodesMalformedDoubleByteTextAsLoss)
+{
+    const struct {
+        std::string bytes;
+        const char* units;
+        int size;
+    } cases[] = {
+        {"a\xB0", "a?", 2},          {"\xB0\x20z", "?z", 2},    {"\xB0\xFFz", "?z", 2},
+        {{"\xB0\0z", 3}, "?\0z", 3}, {"\xB0\xB0\xB0", "x?", 2}, {"\xFE\x30z", "?z", 2},
+    };
+    for (const UINT page : {936u, 949u, 950u}) {
+        for (const auto& c : cases) {
+            WString units = Wide(page, c.bytes, kConvertedWithLoss);
+            if (!units.empty() && units[0] >= 0x80)
+                units[0] = 'x';
+            const std::string_view expected(c.units, static_cast<std::size_t>(c.size));
+            EXPECT_EQ(units, WString(expected.begin(), expected.end()))
+                << page << ' ' << testing::PrintToString(c.bytes);
+        }
+        EXPECT_EQ(Wide(page, "\xFF", kConvertedWithLoss).size(), 1u) << page;
+    }
+}
+
 TEST(CodePage, ReplacesOrDropsEachUnitThatHasNoCode)
 {
     const WString text = {'a', 0xD83D, 0xDE00, 'b', 0x00E9};
