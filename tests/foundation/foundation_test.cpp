@@ -182,7 +182,7 @@ TEST(Trace, ThrowsNothing)
     ASSERT_EQ(SetTraceOutput(1), 1);
     {
         CTraceFunction trace("f");
-        EXPECT_NO_THROW(trace("%*d%*d", INT_MAX, 1, INT_MAX, 1));
+        EXPECT_NO_THROW(trace("x%*s", INT_MAX, ""));
         EXPECT_NO_THROW(trace(nullptr));
     }
     EXPECT_EQ(SetTraceOutput(0), 1);
