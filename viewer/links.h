@@ -1,9 +1,8 @@
-// Links in the text of a mail: addresses of the web and mail addresses.
+// Links in the text of a mail: URLs, paths of files, mail addresses.
 //
-// A URL starts with http://, https://, ftp:// or mailto: (any case), not directly behind a
-// letter or digit, and runs over the ASCII characters a URL may have; punctuation of the
-// sentence at its end and a closing bracket that it did not open are not part of it. A mail
-// address is plain text of the form local@domain with a dot in the domain.
+// They are those that the library's finders give (mailtext/url_finder.h, mail_finder.h) on each
+// line in UTF-16, the first first; where two would overlap, the one that starts first counts, of
+// two at one place the URL.
 
 #pragma once
 
@@ -17,7 +16,7 @@ enum class LinkKind { Url, Mail };
 
 struct Link {
     LinkKind kind;
-    std::string_view text; // into the text searched
+    std::string text; // UTF-8
 };
 
 // In the order of the text, without overlap. Time is in proportion to the text (UTF-8).

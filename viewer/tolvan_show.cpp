@@ -1,7 +1,8 @@
 // tolvan-show: prints one mail.
 //
-//   tolvan-show [--json] [--svg OUT] FILE.eml
+//   tolvan-show [--json | --source] [--svg OUT] FILE.eml
 //
+// --source prints the mail's text as a mail of its own, encoded anew.
 // Output is UTF-8 on every system. The exit status is 0, also for a mail that breaks the
 // rules; 1 when a file cannot be read or written; 2 when the arguments are wrong. Each failure
 // is one line on standard error.
@@ -12,6 +13,7 @@
 #include "platform/program.h"
 #include "viewer/mail_file.h"
 #include "viewer/show_json.h"
+#include "viewer/show_source.h"
 #include "viewer/show_svg.h"
 #include "viewer/show_text.h"
 
@@ -22,12 +24,13 @@ namespace {
 
 constexpr int kFileError = 1;
 constexpr int kUsageError = 2;
-constexpr char kUsage[] = "usage: tolvan-show [--json] [--svg OUT] FILE.eml\n";
+constexpr char kUsage[] = "usage: tolvan-show [--json | --source] [--svg OUT] FILE.eml\n";
 
 struct Options {
     std::string file;
     std::string svg; // empty for none
     bool json = false;
+    bool source = false;
     bool help = false;
 };
 
@@ -46,6 +49,8 @@ bool ReadOptions(const std::vector<std::string>& arguments, Options& options)
             optionsEnded = true;
         } else if (argument == "--json") {
             options.json = true;
+        } else if (argument == "--source") {
+            options.source = true;
         } else if (argument == "--help") {
             options.help = true;
         } else if (argument == "--svg" && i + 1 < arguments.size() && !arguments[i + 1].empty()) {
@@ -54,7 +59,7 @@ bool ReadOptions(const std::vector<std::string>& arguments, Options& options)
             return false;
         }
     }
-    return options.help || !options.file.empty();
+    return options.help || (!options.file.empty() && !(options.json && options.source));
 }
 
 // A path as it can be printed. Paths are UTF-8 on some systems and in the multibyte code page
@@ -81,8 +86,13 @@ int ShowMail(const Options& options)
         return Fail(options.file, error);
 
     const tlvn::Mail mail(std::move(bytes));
-    const std::string shown =
-        options.json ? tlvn::FormatMailJson(mail) : tlvn::FormatMailText(mail);
+    std::string shown;
+    if (options.source) {
+        if (tlvn::FormatMailSource(mail, shown, error) == 0)
+            return Fail(options.file, error);
+    } else {
+        shown = options.json ? tlvn::FormatMailJson(mail) : tlvn::FormatMailText(mail);
+    }
     const bool written = std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size();
     if (std::fflush(stdout) != 0 || !written)
         return Fail("standard output", "it cannot be written");

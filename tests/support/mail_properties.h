@@ -6,6 +6,7 @@
 #include "viewer/links.h"
 #include "viewer/mail_reader.h"
 #include "viewer/show_json.h"
+#include "viewer/show_source.h"
 #include "viewer/show_text.h"
 
 #include <string>
@@ -82,13 +83,18 @@ inline std::string CheckMail(const std::string& bytes)
         return "the text shown is not harmless";
 
     const std::string text = ToUtf8(mail.ReadText());
-    lastEnd = text.data();
+    std::size_t linkEnd = 0;
     for (const Link& link : FindLinks(text)) {
-        if (link.text.empty() || link.text.data() < lastEnd)
+        const std::size_t start = text.find(link.text, linkEnd);
+        if (link.text.empty() || start == text.npos)
             return "links are empty, overlap or are out of order";
-        lastEnd = link.text.data() + link.text.size();
-        if (link.text.find_first_of(" \n<>\"") != link.text.npos)
-            return "a link goes past its end";
+        linkEnd = start + link.text.size();
+        if (link.text.find('\n') != link.text.npos)
+            return "a link goes past its line";
     }
+    std::string source;
+    std::string error;
+    if (FormatMailSource(mail, source, error) == 0 && mail.GetTextPart() >= 0)
+        return "the text does not come back from its encoding";
     return {};
 }

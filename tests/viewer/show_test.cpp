@@ -1,5 +1,7 @@
+#include "mailtext/transfer_encoding.h"
 #include "viewer/links.h"
 #include "viewer/show_json.h"
+#include "viewer/show_source.h"
 #include "viewer/show_text.h"
 
 #include <gtest/gtest.h>
@@ -16,25 +18,26 @@ std::string JoinLinks(std::string_view text)
     return joined;
 }
 
-TEST(Links, AreFoundWithoutTheSentenceAroundThem)
+// The rules of the finders are tested with them; here it is what becomes of the two together.
+TEST(Links, AreFoundInTheOrderOfTheText)
 {
     const struct {
         const char* text;
         const char* links;
     } cases[] = {
         {"", ""},
-        {"http://a", "url=http://a"},
         {"HTTPS://Example.com/A?b=c#d", "url=HTTPS://Example.com/A?b=c#d"},
-        {"http:// http://. xhttp://a", ""},
-        {"<ftp://a/b>, mailto:x@example.com!", "url=ftp://a/b url=mailto:x@example.com"},
-        {"http://a/をご覧", "url=http://a/"},
-        {"見よhttp://a。", "url=http://a"},
-        {"(http://a/b_(c)) [http://a]", "url=http://a/b_(c) url=http://a"},
-        {"http://a\nb", "url=http://a"},
-        {"a@example.com, <b.c+d@x.example.jp>.", "mail=a@example.com mail=b.c+d@x.example.jp"},
-        {"a@b a@b. @example.com a@.com a@b..com a@1.2", ""},
-        {"a@example.com@example.org", "mail=a@example.com"},
-        {"http://u@example.com/", "url=http://u@example.com/"},
+        {"<ftp://a/b>, mailto:x@example.com!", "url=ftp://a/b url=mailto:x@example.com!"},
+        {"見よ http://日本.例/をご覧", "url=http://日本.例/"},
+        {"𠮟 http://𠮟/", "url=http://𠮟/"}, // two units each
+        {"a@example.com, <b.c+d@x.example.jp>. ", "mail=a@example.com mail=b.c+d@x.example.jp"},
+        {"a@b.cd http://e f@g.hi ", "mail=a@b.cd url=http://e mail=f@g.hi"},
+        {"http://u@example.com/", "url=http://u@example.com/"}, // the address inside is none
+        {"\"C:\\my files\" \\\\srv\\a", "url=C:\\my files url=\\\\srv\\a"},
+        {"http://a\n\nb@c.de", "url=http://a mail=b@c.de"},
+        {"xhttp://a\nhttp://b", "url=http://b"}, // each line is searched for itself
+        {"\\\\srv\na\\b", ""},
+        {"<mailto:a\nb>", "url=mailto:a"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(JoinLinks(c.text), c.links) << c.text;
@@ -43,7 +46,8 @@ TEST(Links, AreFoundWithoutTheSentenceAroundThem)
 // Fails by its time when an unfinished candidate is searched again from each of its positions.
 TEST(Links, SearchIsLinear)
 {
-    for (const char* piece : {"@", "a@", "http://", "http://.", "a.", "mailto:@", "h"}) {
+    for (const char* piece :
+         {"@", "a@", "http://", "a.", "mailto:@", "h", "\\\\", "a:", "x@y.z "}) {
         std::string text;
         while (text.size() < 2'000'000)
             text += piece;
@@ -88,6 +92,33 @@ TEST(ShowText, PrintsHeadersCodeTextAndLinks)
                                     "Links:\n"
                                     "  mail      b@example.com\n"
                                     "  url       http://a\n");
+}
+
+// What is printed is a mail again, with the same text in the same encoding: by the kinds of line
+// ends that a text can have.
+TEST(ShowSource, ComesBack)
+{
+    for (const char* encoding : {"7bit", "base64", "quoted-printable", "x-uuencode"}) {
+        for (const std::string text :
+             {"", "a", "a=b \nc\n", "a\t\r\n\r\nb", "a\rb\r\nc\n", "\xE3\x81\x82\n.\n"}) {
+            CBuffer body;
+            EncodeBody(encoding, reinterpret_cast<const unsigned char*>(text.data()),
+                       static_cast<int>(text.size()), 0, body);
+            const Mail mail("Subject: x\n y\nContent-Type: multipart/mixed; boundary=b\n\n--b\n"
+                            "Content-Transfer-Encoding: " +
+                            std::string(encoding) + "\n\n" + std::string(body) + "\n--b--\n");
+            std::string source, error;
+            ASSERT_EQ(FormatMailSource(mail, source, error), 1) << encoding << error;
+            const Mail again(std::move(source));
+            EXPECT_EQ(again.GetHeaderText("Subject"), "x y");
+            EXPECT_EQ(again.GetFields().back().name, "Content-Transfer-Encoding");
+            EXPECT_EQ(again.GetParts()[0].encoding, encoding);
+            EXPECT_EQ(again.ReadText().bytes, text) << encoding;
+        }
+    }
+    std::string source, error;
+    EXPECT_EQ(FormatMailSource(Mail("Content-Type: image/png\n\nx"), source, error), 0);
+    EXPECT_FALSE(error.empty());
 }
 
 TEST(ShowJson, PrintsOneObject)

@@ -47,7 +47,19 @@ for mail in "$samples"/*.eml; do
 done
 
 if [ -z "${TLVN_RUNNER:-}" ]; then
-    expect "picture" 0 0 --svg picture.svg "$samples/01-iso-2022-jp.eml"
+    # The text encoded anew is a mail with the same text.
+for mail in "$samples"/*.eml; do
+    expect "$mail as a source" 0 0 --source "$mail"
+    mv out source.eml
+    "$show" --json "$mail" | sed -n 's/^  "text"://p' >text
+    "$show" --json source.eml | sed -n 's/^  "text"://p' >again
+    if ! [ -s text ] || ! cmp -s text again; then
+        echo "FAILED $mail: its source has another text"
+        failures=$((failures + 1))
+    fi
+done
+
+expect "picture" 0 0 --svg picture.svg "$samples/01-iso-2022-jp.eml"
     if command -v python3 >/dev/null &&
         ! python3 -c 'import xml.dom.minidom; xml.dom.minidom.parse("picture.svg")'; then
         echo "FAILED picture: no XML"
@@ -89,6 +101,7 @@ if [ -n "$view" ]; then
 fi
 expect "unknown option" 2 1 --none a.eml
 expect "no picture file" 2 1 --svg
+expect "JSON and source" 2 1 --json --source a.eml
 expect "help" 0 0 --help
 
 cp "$samples/01-iso-2022-jp.eml" -- -dash.eml
