@@ -46,20 +46,22 @@ for mail in "$samples"/*.eml; do
     fi
 done
 
-if [ -z "${TLVN_RUNNER:-}" ]; then
-    # The text encoded anew is a mail with the same text.
+# The text encoded anew is a mail with the same text.
 for mail in "$samples"/*.eml; do
     expect "$mail as a source" 0 0 --source "$mail"
     mv out source.eml
-    "$show" --json "$mail" | sed -n 's/^  "text"://p' >text
-    "$show" --json source.eml | sed -n 's/^  "text"://p' >again
+    expect "$mail as JSON" 0 0 --json "$mail"
+    sed -n '/^  "text":/p' out >text
+    expect "$mail from its source" 0 0 --json source.eml
+    sed -n '/^  "text":/p' out >again
     if ! [ -s text ] || ! cmp -s text again; then
         echo "FAILED $mail: its source has another text"
         failures=$((failures + 1))
     fi
 done
 
-expect "picture" 0 0 --svg picture.svg "$samples/01-iso-2022-jp.eml"
+if [ -z "${TLVN_RUNNER:-}" ]; then
+    expect "picture" 0 0 --svg picture.svg "$samples/01-iso-2022-jp.eml"
     if command -v python3 >/dev/null &&
         ! python3 -c 'import xml.dom.minidom; xml.dom.minidom.parse("picture.svg")'; then
         echo "FAILED picture: no XML"
