@@ -1,15 +1,19 @@
-// Transfer encodings: what is encoded decodes to the same bytes, decoders take anything, and
-// lines keep their limits.
+// Transfer encodings: what is encoded decodes to the same bytes, decoders take anything and do not
+// give more than they should, and lines keep their limits.
 
 #include "fuzz/fuzz.h"
 
 #include "mailtext/base64.h"
+#include "mailtext/binhex.h"
+#include "mailtext/hex.h"
+#include "mailtext/imap_utf7.h"
 #include "mailtext/quoted_printable.h"
 #include "mailtext/uuencode.h"
 
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -28,6 +32,49 @@ std::size_t LongestLine(std::string_view text)
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 2);
     }
     return longest;
+}
+
+// Escapes, of the text up to its first zero byte.
+void CheckHex(const std::string& terminated)
+{
+    const std::string text(terminated.c_str());
+    CBuffer encoded, back;
+    for (const int encodeAll : {0, 1}) {
+        EncodeHex(text.c_str(), encodeAll, encoded);
+        FUZZ_CHECK(encoded.GetLength() <= static_cast<int>(text.size()) * 3);
+        DecodeHex(encoded, back);
+        FUZZ_CHECK(View(back) == text);
+    }
+    EncodeUrlEncode(text.c_str(), encoded);
+    std::string query(encoded);
+    std::replace(query.begin(), query.end(), '+', ' ');
+    DecodeHex(query.c_str(), back);
+    FUZZ_CHECK(View(back) == text);
+    DecodeHex(text.c_str(), back);
+    FUZZ_CHECK(back.GetLength() <= static_cast<int>(text.size()));
+}
+
+// Names of folders, of the bytes as units of one byte and of two.
+void CheckImap(std::string_view bytes)
+{
+    std::vector<WCHAR> units(bytes.begin(), bytes.end());
+    for (std::size_t i = 1; i < bytes.size(); i += 2)
+        units.push_back(
+            static_cast<WCHAR>(static_cast<BYTE>(bytes[i - 1]) << 8 | static_cast<BYTE>(bytes[i])));
+    const int count = static_cast<int>(units.size());
+    const CStringW name(units.data(), count);
+    CBuffer text;
+    CStringW back;
+    EncodeImap4UTF7(units.data(), count, text);
+    FUZZ_CHECK(DecodeImap4UTF7(text, text.GetLength(), back) == 1);
+    FUZZ_CHECK(back == name);
+    for (const char c : View(text))
+        FUZZ_CHECK(c >= 0x20 && c <= 0x7E);
+    EncodeImap4Base64(units.data(), count, text);
+    DecodeImap4Base64(text, back);
+    FUZZ_CHECK(back == name);
+    DecodeImap4UTF7(bytes.data(), static_cast<int>(bytes.size()), back);
+    FUZZ_CHECK(back.GetLength() <= static_cast<int>(bytes.size()));
 }
 
 } // namespace
@@ -78,5 +125,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(back.GetLength() <= len);
     DecodeUuencode(("begin 644 x\n" + terminated).c_str(), nullptr, nullptr, &back);
     FUZZ_CHECK(back.GetLength() <= len + 12);
+
+    ExtractBase64Text(terminated.data(), len, back);
+    FUZZ_CHECK(bytes.find(View(back)) != bytes.npos);
+    CStringW wide;
+    DecodeImap4Base64(terminated.c_str(), wide);
+    FUZZ_CHECK(wide.GetLength() <= len);
+    DecodeBinHex(("(This file must be converted with BinHex 4.0)" + terminated).c_str(), back);
+    FUZZ_CHECK(back.GetLength() <= len * 100);
+    CheckHex(terminated);
+    CheckImap(bytes);
     return 0;
 }
