@@ -3,6 +3,7 @@
 #pragma once
 
 #include "framework/framework.h"
+#include "framework/x_message_box.h"
 
 #include "foundation/allocation.h"
 #include "foundation/buffer.h"
@@ -39,6 +40,13 @@
 #include "mailtext/transfer_encoding.h"
 #include "mailtext/url_finder.h"
 #include "mailtext/uuencode.h"
+
+#include "persist/blowfish.h"
+#include "persist/cipher_container.h"
+#include "persist/cipher_text.h"
+#include "persist/md5.h"
+#include "persist/random.h"
+#include "persist/setting_data.h"
 
 #include "editor/color.h"
 #include "editor/editor_wnd.h"

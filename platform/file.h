@@ -90,6 +90,9 @@ struct FileInfo {
 };
 TLVN_API FileResult GetFileInfo(const char* path, FileInfo& info);
 TLVN_API FileResult SetFileReadOnly(const char* path, bool readOnly);
+// Gives the file `to` the permissions of the file `from`: mode and owner (as far as the process
+// may) on POSIX, attributes and access list on Windows.
+TLVN_API FileResult CopyFilePermissions(const char* from, const char* to);
 
 // The folder for temporary files, with the separator at its end.
 TLVN_API std::string GetTempFolder();

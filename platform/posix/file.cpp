@@ -423,6 +423,21 @@ FileResult SetFileReadOnly(const char* path, bool readOnly)
     return chmod(path, wanted) == 0 ? FileResult{} : PathFailure(path);
 }
 
+FileResult CopyFilePermissions(const char* from, const char* to)
+{
+    if (from == nullptr || to == nullptr)
+        return {FileError::BadPath, ENOENT};
+    struct stat status;
+    if (stat(from, &status) != 0)
+        return PathFailure(from);
+    // Only root may give a file away, others may change its group within limits; the mode comes
+    // after that, which may clear some of its bits.
+    if (chown(to, status.st_uid, status.st_gid) != 0 &&
+        chown(to, static_cast<uid_t>(-1), status.st_gid) != 0 && errno == ENOENT)
+        return PathFailure(to);
+    return chmod(to, status.st_mode & 07777) == 0 ? FileResult{} : PathFailure(to);
+}
+
 std::string GetTempFolder()
 {
     const char* const variable = std::getenv("TMPDIR");

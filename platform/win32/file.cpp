@@ -262,6 +262,28 @@ FileResult SetFileReadOnly(const char* path, bool readOnly)
     return ResultOf(SetFileAttributesW(native.c_str(), wanted));
 }
 
+FileResult CopyFilePermissions(const char* from, const char* to)
+{
+    const WString source = NativePath(from);
+    const WString target = NativePath(to);
+    const DWORD attributes = GetFileAttributesW(source.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return LastFailure();
+    if (!SetFileAttributesW(target.c_str(), attributes))
+        return LastFailure();
+
+    // File systems without access lists have nothing more to copy.
+    DWORD size = 0;
+    GetFileSecurityW(source.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    if (size == 0)
+        return {};
+    std::string descriptor(size, '\0');
+    if (!GetFileSecurityW(source.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size,
+                          &size))
+        return LastFailure();
+    return ResultOf(SetFileSecurityW(target.c_str(), DACL_SECURITY_INFORMATION, descriptor.data()));
+}
+
 std::string GetTempFolder()
 {
     WCHAR folder[MAX_PATH + 1];

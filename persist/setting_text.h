@@ -1,0 +1,40 @@
+// The text of a settings file: reading it into keys and pairs, writing it from them.
+//
+//   [DATA-START]          the byte-order mark U+FEFF goes before it
+//   [key]
+//   name=value
+//   ...
+//   [DATA-END]
+//
+// Lines end in CR LF. A backslash, CR and LF in a key, a name or a value are written "\\", "\r"
+// and "\n"; "=" and "[" in a name also with a backslash before them. Names are narrow text of
+// the multibyte code page, the file is UTF-16.
+
+#pragma once
+
+#include "foundation/buffer.h"
+#include "persist/setting_data_key.h"
+
+namespace tlvn {
+
+using SettingKeyList = NamedList<CSettingDataKey>;
+
+// The key names that mark the first and the last line and can be no key's own.
+constexpr WStringView kStartMark = TW("DATA-START");
+constexpr WStringView kEndMark = TW("DATA-END");
+
+struct SettingTextResult {
+    UINT message = 0;        // 0 for success, or the number of the message
+    CString data;            // the offending line, when there is one
+    bool duplicates = false; // a key or a name stood in the text more than once
+};
+
+// Appends what is in `text` to `keys`. Of several pairs of one name the last wins, keys of one
+// name are merged. Lines may end in CR or LF alone; empty ones count for nothing. After a
+// failure `keys` holds what came before it.
+SettingTextResult ReadSettingText(WStringView text, SettingKeyList& keys);
+
+// Replaces `out` with the text of `keys`, UTF-16.
+void WriteSettingText(const SettingKeyList& keys, CBuffer& out);
+
+} // namespace tlvn
