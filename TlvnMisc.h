@@ -41,6 +41,8 @@
 #include "mailtext/url_finder.h"
 #include "mailtext/uuencode.h"
 
+#include "persist/regexp/regexp.h"
+
 #include "persist/blowfish.h"
 #include "persist/cipher_container.h"
 #include "persist/cipher_text.h"

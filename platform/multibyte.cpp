@@ -170,6 +170,8 @@ UINT GetMultibytePage() noexcept
 
 void SetMultibytePage(UINT codePage) noexcept
 {
+    if (codePage == g_page)
+        return;
     g_page = codePage;
     g_caseRuns = CaseRunsOf(codePage);
     detail::g_multibyteClass = ClassesOf(codePage);
