@@ -1,6 +1,7 @@
 #include "mailtext/quoted_printable.h"
 
 #include "mailtext/hex_digit.h"
+#include "platform/ascii_run.h"
 
 #include <climits>
 #include <cstring>
@@ -11,81 +12,127 @@ using tlvn::kHexDigits;
 namespace {
 
 constexpr int kMaxColumn = 75;
+constexpr int kEscapeLength = 3;
 
-bool IsBlank(char c)
+constexpr bool IsBlank(int c)
 {
     return c == ' ' || c == '\t';
 }
-bool IsLineEnd(char c)
+constexpr bool IsLineEnd(int c)
 {
-    return c == '\r' || c == '\n' || c == '\0';
+    return c == '\r' || c == '\n';
 }
-// Bytes that decode to themselves whatever follows them.
-bool IsPlain(char c)
+// Bytes that are encoded as they are, blanks only where no line ends behind them.
+constexpr bool IsLiteral(int b)
 {
-    return c != '=' && !IsBlank(c) && c != '\0';
-}
-
-const char* SkipBlanks(const char* p)
-{
-    while (IsBlank(*p))
-        ++p;
-    return p;
+    return (b >= ' ' && b <= '~' && b != '=') || b == '\t';
 }
 
-const char* SkipLineEnd(const char* p)
+struct Tables {
+    signed char hexValue[256];
+    char escape[256][4]; // "=XX" and a byte that does not count
+};
+constexpr Tables MakeTables()
 {
-    if (p[0] == '\r' && p[1] == '\n')
-        return p + 2;
-    return *p == '\0' ? p : p + 1;
-}
-
-char* PutBytes(char* out, const char* bytes, const char* end)
-{
-    const auto size = static_cast<std::size_t>(end - bytes);
-    std::memcpy(out, bytes, size);
-    return out + size;
-}
-
-// Writes encoded characters, breaking lines before they get too long.
-class LineWriter {
-public:
-    explicit LineWriter(char* out) : m_next(out) {}
-
-    void PutPlain(BYTE b)
-    {
-        MakeRoom(1);
-        *m_next++ = static_cast<char>(b);
+    Tables tables{};
+    for (int b = 0; b < 256; ++b) {
+        tables.hexValue[b] = static_cast<signed char>(HexValue(static_cast<char>(b)));
+        tables.escape[b][0] = '=';
+        tables.escape[b][1] = kHexDigits[b >> 4];
+        tables.escape[b][2] = kHexDigits[b & 15];
     }
-    void PutEscaped(BYTE b)
-    {
-        MakeRoom(3);
-        m_next[0] = '=';
-        m_next[1] = kHexDigits[b >> 4];
-        m_next[2] = kHexDigits[b & 15];
-        m_next += 3;
-    }
-    void PutLineEnd()
-    {
-        m_next[0] = '\r';
-        m_next[1] = '\n';
-        m_next += 2;
-        m_column = 0;
-    }
-    char* Next() const { return m_next; }
+    return tables;
+}
+constexpr Tables kTables = MakeTables();
 
-private:
-    void MakeRoom(int characters)
-    {
-        if (m_column + characters > kMaxColumn) {
-            *m_next++ = '=';
-            PutLineEnd();
-        }
-        m_column += characters;
-    }
+// Value of two hexadecimal digits, below 0 for anything else. Behind a first that is none the
+// second is not read.
+inline int HexPair(const char* p)
+{
+    const int high = kTables.hexValue[static_cast<BYTE>(p[0])];
+    return high < 0 ? -1 : high * 16 | kTables.hexValue[static_cast<BYTE>(p[1])];
+}
 
-    char* m_next;
-    int m_column = 0;
+// Copies what stands before the first "=" or line end in [p, end), moving both. `out` has room
+// for as many bytes as there are up to the end.
+inline void CopyLine(const char*& p, const char* end, char*& out)
+{
+#ifdef TLVN_HAS_SSE2
+    const auto equal = [](__m128i bytes, char c) {
+        return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
+    };
+    while (end - p >= 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out), bytes);
+        const __m128i stops =
+            _mm_or_si128(equal(bytes, '='), _mm_or_si128(equal(bytes, '\r'), equal(bytes, '\n')));
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(stops));
+        const int count = std::countr_zero(mask | 0x10000u);
+        p += count;
+        out += count;
+        if (mask != 0)
+            return;
+    }
+#endif
+    while (p != end && *p != '=' && !IsLineEnd(*p))
+        *out++ = *p++;
+}
+
+// Copies literal bytes from the front of `left` bytes, at most `room`; returns how many. `out`
+// has room for `left` bytes.
+inline int CopyLiterals(const BYTE* data, int left, int room, char* out)
+{
+    int count = 0;
+#ifdef TLVN_HAS_SSE2
+    while (left - count >= 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + count));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + count), bytes);
+        const __m128i printable = _mm_andnot_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\x7F')),
+                                                   _mm_cmpgt_epi8(bytes, _mm_set1_epi8(' ' - 1)));
+        const __m128i literal =
+            _mm_or_si128(_mm_andnot_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('=')), printable),
+                         _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\t')));
+        const int found =
+            std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(literal)) ^ 0x1FFFFu);
+        count += found;
+        if (count >= room)
+            return room;
+        if (found < 16)
+            return count;
+    }
+#endif
+    while (count < left && count < room && IsLiteral(data[count])) {
+        out[count] = static_cast<char>(data[count]);
+        ++count;
+    }
+    return count;
+}
+
+// The end of the encoded text, and the column it is in.
+struct Line {
+    char* next;
+    int column = 0;
+
+    void End()
+    {
+        next[0] = '\r';
+        next[1] = '\n';
+        next += 2;
+        column = 0;
+    }
+    void BreakSoftly()
+    {
+        *next++ = '=';
+        End();
+    }
+    void PutEscape(BYTE b)
+    {
+        if (column + kEscapeLength > kMaxColumn)
+            BreakSoftly();
+        std::memcpy(next, kTables.escape[b], 4);
+        next += kEscapeLength;
+        column += kEscapeLength;
+    }
 };
 
 } // namespace
@@ -100,32 +147,36 @@ int DecodeQuotedPrintable(const char* text, CBuffer& out)
         AfxThrowMemoryException();
     char* const start = out.GetBuffer(static_cast<int>(length));
     char* o = start;
-    const char* p = text;
-    while (*p != '\0') {
-        const char* const run = p;
-        while (IsPlain(*p))
-            ++p;
-        o = PutBytes(o, run, p);
+    const char* const end = text + length;
+    for (const char* p = text; p != end;) {
+        char* const run = o;
+        CopyLine(p, end, o);
         if (*p == '=') {
-            const char* const behind = SkipBlanks(p + 1);
-            if (IsLineEnd(*behind)) {
-                p = SkipLineEnd(behind);
+            int value = HexPair(p + 1);
+            if (value >= 0) {
+                do {
+                    *o++ = static_cast<char>(value);
+                    p += kEscapeLength;
+                } while (*p == '=' && (value = HexPair(p + 1)) >= 0);
                 continue;
             }
-            const int high = HexValue(p[1]);
-            const int low = high < 0 ? -1 : HexValue(p[2]);
-            if (low < 0) {
-                *o++ = *p++;
+            const char* behind = p + 1;
+            while (IsBlank(*behind))
+                ++behind;
+            if (behind == end) {
+                p = end;
+            } else if (IsLineEnd(*behind)) {
+                p = behind + (behind[0] == '\r' && behind[1] == '\n' ? 2 : 1);
             } else {
-                *o++ = static_cast<char>(high << 4 | low);
-                p += 3;
+                *o++ = *p++;
             }
-        } else if (IsBlank(*p)) {
-            const char* const behind = SkipBlanks(p);
-            if (!IsLineEnd(*behind))
-                o = PutBytes(o, p, behind);
-            p = behind;
+            continue;
         }
+        // The line ends, or the text.
+        while (o != run && IsBlank(o[-1]))
+            --o;
+        while (IsLineEnd(*p))
+            *o++ = *p++;
     }
     out.ReleaseBuffer(static_cast<int>(o - start));
     return 1;
@@ -142,26 +193,34 @@ void EncodeQuotedPrintable(const unsigned char* data, int len, int keepLineBreak
     if (most > INT_MAX - 64)
         AfxThrowMemoryException();
     char* const start = out.GetBuffer(static_cast<int>(most));
-    LineWriter writer(start);
-    for (int i = 0; i < len; ++i) {
-        const BYTE b = data[i];
-        if (b > ' ' && b <= '~' && b != '=') {
-            writer.PutPlain(b);
-        } else if (b == ' ' || b == '\t') {
-            const bool last = i + 1 == len || data[i + 1] == '\r' || data[i + 1] == '\n';
-            if (last)
-                writer.PutEscaped(b);
-            else
-                writer.PutPlain(b);
-        } else if (keepLineBreaks != 0 && (b == '\r' || b == '\n')) {
-            if (b == '\r' && i + 1 < len && data[i + 1] == '\n')
-                ++i;
-            writer.PutLineEnd();
+    Line line{start};
+    for (int i = 0; i < len;) {
+        const int count = CopyLiterals(data + i, len - i, kMaxColumn - line.column, line.next);
+        i += count;
+        line.next += count;
+        line.column += count;
+        const bool lineEnds = i == len || IsLineEnd(data[i]);
+        if (count > 0 && lineEnds && IsBlank(data[i - 1])) {
+            --line.next;
+            --line.column;
+            line.PutEscape(data[i - 1]);
+        }
+        if (i == len)
+            break;
+        if (keepLineBreaks != 0 && IsLineEnd(data[i])) {
+            i += data[i] == '\r' && i + 1 < len && data[i + 1] == '\n' ? 2 : 1;
+            line.End();
+        } else if (IsLiteral(data[i])) {
+            line.BreakSoftly();
         } else {
-            writer.PutEscaped(b);
+            do {
+                line.PutEscape(data[i]);
+                ++i;
+            } while (i < len && !IsLiteral(data[i]) &&
+                     !(keepLineBreaks != 0 && IsLineEnd(data[i])));
         }
     }
-    out.ReleaseBuffer(static_cast<int>(writer.Next() - start));
+    out.ReleaseBuffer(static_cast<int>(line.next - start));
 }
 
 int IsQuotedPrintable(const char* text)
