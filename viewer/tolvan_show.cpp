@@ -1,14 +1,17 @@
 // tolvan-show: prints one mail.
 //
 //   tolvan-show [--json | --source] [--svg OUT] FILE.eml
+//   tolvan-show --regexp PATTERN
 //
-// --source prints the mail's text as a mail of its own, encoded anew.
+// --source prints the mail's text as a mail of its own, encoded anew. --regexp prints the
+// program that a regular expression compiles to for UTF-16 text.
 // Output is UTF-8 on every system. The exit status is 0, also for a mail that breaks the
-// rules; 1 when a file cannot be read or written; 2 when the arguments are wrong. Each failure
-// is one line on standard error.
+// rules; 1 when a file cannot be read or written or a pattern does not compile; 2 when the
+// arguments are wrong. Each failure is one line on standard error.
 
 #include "charcode/detect.h"
 #include "framework/framework.h"
+#include "persist/regexp/listing.h"
 #include "platform/nls.h"
 #include "platform/program.h"
 #include "viewer/mail_file.h"
@@ -19,16 +22,19 @@
 
 #include <cstdio>
 #include <exception>
+#include <optional>
 
 namespace {
 
 constexpr int kFileError = 1;
 constexpr int kUsageError = 2;
-constexpr char kUsage[] = "usage: tolvan-show [--json | --source] [--svg OUT] FILE.eml\n";
+constexpr char kUsage[] =
+    "usage: tolvan-show [--json | --source] [--svg OUT] FILE.eml | --regexp PATTERN\n";
 
 struct Options {
     std::string file;
     std::string svg; // empty for none
+    std::optional<std::string> regexp;
     bool json = false;
     bool source = false;
     bool help = false;
@@ -51,6 +57,8 @@ bool ReadOptions(const std::vector<std::string>& arguments, Options& options)
             options.json = true;
         } else if (argument == "--source") {
             options.source = true;
+        } else if (argument == "--regexp" && i + 1 < arguments.size() && !options.regexp) {
+            options.regexp = arguments[++i];
         } else if (argument == "--help") {
             options.help = true;
         } else if (argument == "--svg" && i + 1 < arguments.size() && !arguments[i + 1].empty()) {
@@ -59,16 +67,26 @@ bool ReadOptions(const std::vector<std::string>& arguments, Options& options)
             return false;
         }
     }
+    if (options.regexp)
+        return options.file.empty() && options.svg.empty() && !options.json && !options.source;
     return options.help || (!options.file.empty() && !(options.json && options.source));
 }
 
-// A path as it can be printed. Paths are UTF-8 on some systems and in the multibyte code page
-// on others.
+// Arguments are UTF-8 on some systems and in the multibyte code page on others.
+tlvn::WString WideArgument(const std::string& argument)
+{
+    if (IsUTF8(argument.c_str(), static_cast<int>(argument.size())) == 0)
+        return tlvn::WidenText(argument);
+    tlvn::WString wide;
+    tlvn::ConvertToUtf16(65001, argument, wide);
+    return wide;
+}
+
+// A path as it can be printed.
 std::string PrintablePath(const std::string& path)
 {
-    std::string utf8 = path;
-    if (IsUTF8(path.c_str(), static_cast<int>(path.size())) == 0)
-        tlvn::ConvertFromUtf16(65001, tlvn::WidenText(path), utf8);
+    std::string utf8;
+    tlvn::ConvertFromUtf16(65001, WideArgument(path), utf8);
     return tlvn::MakeHarmless(utf8, false);
 }
 
@@ -76,6 +94,23 @@ int Fail(const std::string& path, const std::string& error)
 {
     std::fprintf(stderr, "tolvan-show: %s: %s\n", PrintablePath(path).c_str(), error.c_str());
     return kFileError;
+}
+
+int WriteOut(const std::string& shown)
+{
+    const bool written = std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size();
+    if (std::fflush(stdout) != 0 || !written)
+        return Fail("standard output", "it cannot be written");
+    return 0;
+}
+
+int ShowRegExp(const std::string& pattern)
+{
+    std::string error;
+    const std::string program = tlvn::ListRegExp(WideArgument(pattern).c_str(), 1, error);
+    if (!error.empty())
+        return Fail(pattern, error);
+    return WriteOut(tlvn::MakeHarmless(program, true));
 }
 
 int ShowMail(const Options& options)
@@ -93,9 +128,8 @@ int ShowMail(const Options& options)
     } else {
         shown = options.json ? tlvn::FormatMailJson(mail) : tlvn::FormatMailText(mail);
     }
-    const bool written = std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size();
-    if (std::fflush(stdout) != 0 || !written)
-        return Fail("standard output", "it cannot be written");
+    if (WriteOut(shown) != 0)
+        return kFileError;
     if (!options.svg.empty() && tlvn::WriteMailSvg(mail, options.svg, error) == 0)
         return Fail(options.svg, error);
     return 0;
@@ -116,7 +150,7 @@ int main(int argc, char** argv)
         return 0;
     }
     try {
-        return ShowMail(options);
+        return options.regexp ? ShowRegExp(*options.regexp) : ShowMail(options);
     } catch (const std::exception&) {
         return Fail(options.file, "there is not enough memory to show it");
     } catch (CException* exception) {

@@ -104,6 +104,9 @@ fi
 expect "unknown option" 2 1 --none a.eml
 expect "no picture file" 2 1 --svg
 expect "JSON and source" 2 1 --json --source a.eml
+expect "pattern" 0 0 --regexp '{a|b}*'
+expect "pattern that does not compile" 1 1 --regexp '(a'
+expect "pattern and file" 2 1 --regexp a a.eml
 expect "help" 0 0 --help
 
 cp "$samples/01-iso-2022-jp.eml" -- -dash.eml
