@@ -99,11 +99,11 @@ void Base64(BenchTable& table)
 }
 
 // Sentences of Japanese in Shift_JIS or UTF-8, in lines of some 70 bytes, and as much English as
-// asked for; with a link in every so many lines.
+// asked for, in which every 100th word is a "="; with a link in every so many lines.
 std::string Text(UINT page, unsigned japanesePercent, unsigned linesForALink)
 {
     std::mt19937 random(2);
-    const char* const words[] = {"the ", "message ", "of ", "today = ", "is ", "about ", "mail. "};
+    const char* const words[] = {"the ", "message ", "of ", "today, ", "is ", "about ", "mail. "};
     const char* const links[] = {"http://www.example.co.jp/docs/index.html?page=12",
                                  "ken.sato@example.jp", "https://example.com/",
                                  "<mailto:info@example.com?subject=x>", "ftp://ftp.example.org/a"};
@@ -120,7 +120,8 @@ std::string Text(UINT page, unsigned japanesePercent, unsigned linesForALink)
                 if (random() % 8 == 0)
                     line += WCHAR{0x3000};
             } else {
-                const char* const word = words[random() % std::size(words)];
+                const char* const word =
+                    random() % 100 == 0 ? "= " : words[random() % std::size(words)];
                 line.append(word, word + std::strlen(word));
             }
         }

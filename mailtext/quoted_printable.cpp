@@ -3,6 +3,7 @@
 #include "mailtext/hex_digit.h"
 #include "platform/ascii_run.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -108,6 +109,26 @@ inline int CopyLiterals(const BYTE* data, int left, int room, char* out)
     return count;
 }
 
+// Bytes from 80 on at the front of `left` bytes: all escaped, and the most of text that is not
+// ASCII.
+inline int CountHigh(const BYTE* data, int left)
+{
+    int count = 0;
+#ifdef TLVN_HAS_SSE2
+    while (left - count >= 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + count));
+        const int high =
+            std::countr_zero(static_cast<unsigned>(_mm_movemask_epi8(bytes)) ^ 0x1FFFFu);
+        count += high;
+        if (high < 16)
+            return count;
+    }
+#endif
+    while (count < left && data[count] >= 0x80)
+        ++count;
+    return count;
+}
+
 // The end of the encoded text, and the column it is in.
 struct Line {
     char* next;
@@ -125,13 +146,21 @@ struct Line {
         *next++ = '=';
         End();
     }
-    void PutEscape(BYTE b)
+    void PutEscapes(const BYTE* data, int count)
     {
-        if (column + kEscapeLength > kMaxColumn)
-            BreakSoftly();
-        std::memcpy(next, kTables.escape[b], 4);
-        next += kEscapeLength;
-        column += kEscapeLength;
+        while (count > 0) {
+            const int fit = std::min(count, (kMaxColumn - column) / kEscapeLength);
+            if (fit == 0) {
+                BreakSoftly();
+                continue;
+            }
+            for (int i = 0; i < fit; ++i)
+                std::memcpy(next + i * kEscapeLength, kTables.escape[data[i]], 4);
+            data += fit;
+            count -= fit;
+            next += fit * kEscapeLength;
+            column += fit * kEscapeLength;
+        }
     }
 };
 
@@ -175,8 +204,14 @@ int DecodeQuotedPrintable(const char* text, CBuffer& out)
         // The line ends, or the text.
         while (o != run && IsBlank(o[-1]))
             --o;
-        while (IsLineEnd(*p))
+        if (p[0] == '\r' && p[1] == '\n') {
+            o[0] = '\r';
+            o[1] = '\n';
+            o += 2;
+            p += 2;
+        } else if (p != end) {
             *o++ = *p++;
+        }
     }
     out.ReleaseBuffer(static_cast<int>(o - start));
     return 1;
@@ -203,7 +238,7 @@ void EncodeQuotedPrintable(const unsigned char* data, int len, int keepLineBreak
         if (count > 0 && lineEnds && IsBlank(data[i - 1])) {
             --line.next;
             --line.column;
-            line.PutEscape(data[i - 1]);
+            line.PutEscapes(data + i - 1, 1);
         }
         if (i == len)
             break;
@@ -213,11 +248,9 @@ void EncodeQuotedPrintable(const unsigned char* data, int len, int keepLineBreak
         } else if (IsLiteral(data[i])) {
             line.BreakSoftly();
         } else {
-            do {
-                line.PutEscape(data[i]);
-                ++i;
-            } while (i < len && !IsLiteral(data[i]) &&
-                     !(keepLineBreaks != 0 && IsLineEnd(data[i])));
+            const int run = std::max(CountHigh(data + i, len - i), 1);
+            line.PutEscapes(data + i, run);
+            i += run;
         }
     }
     out.ReleaseBuffer(static_cast<int>(line.next - start));
