@@ -32,9 +32,9 @@ struct SettingTextResult {
 // Appends what is in `text` to `keys`. Of several pairs of one name the last wins, keys of one
 // name are merged. Lines may end in CR or LF alone; empty ones count for nothing. After a
 // failure `keys` holds what came before it.
-SettingTextResult ReadSettingText(WStringView text, SettingKeyList& keys);
+TLVN_API SettingTextResult ReadSettingText(WStringView text, SettingKeyList& keys);
 
 // Replaces `out` with the text of `keys`, UTF-16.
-void WriteSettingText(const SettingKeyList& keys, CBuffer& out);
+TLVN_API void WriteSettingText(const SettingKeyList& keys, CBuffer& out);
 
 } // namespace tlvn

@@ -1,0 +1,41 @@
+// Images of settings files: any text is read or refused with a message, and what was read is
+// written so that it reads the same, without a duplicate, and is written the same again.
+
+#include "fuzz/fuzz.h"
+#include "persist/setting_text.h"
+
+#include <cstring>
+
+namespace {
+
+tlvn::WString ToText(const void* data, std::size_t size)
+{
+    tlvn::WString text(size / sizeof(WCHAR), 0);
+    if (!text.empty())
+        std::memcpy(text.data(), data, text.size() * sizeof(WCHAR));
+    return text;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    tlvn::SettingKeyList keys;
+    const tlvn::SettingTextResult result = tlvn::ReadSettingText(ToText(data, size), keys);
+    if (result.message != 0)
+        FUZZ_CHECK(result.message == 3100 || result.message == 3101 || result.message == 3163 ||
+                   result.message == 3164);
+
+    CBuffer text, again;
+    tlvn::WriteSettingText(keys, text);
+    tlvn::SettingKeyList back;
+    const tlvn::SettingTextResult second = tlvn::ReadSettingText(
+        ToText(text.GetBuffer(), static_cast<std::size_t>(text.GetLength())), back);
+    FUZZ_CHECK(second.message == 0 && !second.duplicates);
+    FUZZ_CHECK(back.GetSize() == keys.GetSize());
+    tlvn::WriteSettingText(back, again);
+    FUZZ_CHECK(text == again);
+    for (int i = 0; i < keys.GetSize(); ++i)
+        FUZZ_CHECK(keys.Find(tlvn::ViewOf(keys.GetAt(i)->GetName())) == keys.GetAt(i));
+    return 0;
+}
