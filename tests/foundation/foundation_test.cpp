@@ -9,18 +9,15 @@
 #include <fstream>
 #include <iterator>
 #include <regex>
+#include <tuple>
 
 TEST(Allocation, LengthsStopAtTheirLimit)
 {
-    EXPECT_EQ(tv_strnlen("abc", 0), 0);
-    EXPECT_EQ(tv_strnlen("abc", -5), -5);
-    EXPECT_EQ(tv_strnlen("abc", 2), 2);
-    EXPECT_EQ(tv_strnlen("abc", 4), 3);
-    EXPECT_EQ(tv_strnlen("abc", INT_MAX), 3);
-    EXPECT_EQ(tv_wcsnlen(TW("ab"), 7), 4);
-    EXPECT_EQ(tv_wcsnlen(TW("ab"), 3), 2);
-    EXPECT_EQ(tv_wcsnlen(TW("ab"), 1), 0);
-    EXPECT_EQ(tv_wcsnlen(TW("ab"), -5), -6);
+    for (const auto& [limit, narrow, wide] :
+         {std::tuple(0, 0, 0), {-5, -5, -6}, {1, 1, 0}, {2, 2, 2}, {3, 2, 2}, {INT_MAX, 2, 4}}) {
+        EXPECT_EQ(tv_strnlen("ab", limit), narrow) << limit;
+        EXPECT_EQ(tv_wcsnlen(TW("ab"), limit), wide) << limit;
+    }
 }
 
 TEST(Allocation, NeverGivesNull)
@@ -105,15 +102,13 @@ TEST(Exception, TypesCrossTheLibraryBorder)
     tlvn::SetAllocationLimit(0);
     EXPECT_THROW(CBuffer("x"), CMemoryException*);
     tlvn::SetAllocationLimit(-1);
-
-    for (CRuntimeClass* type : {RUNTIME_CLASS(CStrException), RUNTIME_CLASS(CLeaveOnlyException)}) {
+    for (CRuntimeClass* type :
+         {CStrException::GetThisClass(), RUNTIME_CLASS(CLeaveOnlyException)}) {
         CObject* object = type->CreateObject();
-        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CException)));
-        EXPECT_TRUE(object->IsKindOf(type));
+        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CException)) && object->IsKindOf(type));
         EXPECT_FALSE(object->IsKindOf(RUNTIME_CLASS(CFileException)));
         static_cast<CException*>(object)->Delete();
     }
-    EXPECT_EQ(CStrException::GetThisClass(), RUNTIME_CLASS(CStrException));
 }
 
 namespace {
@@ -176,9 +171,16 @@ TEST(Trace, WritesAnIndentedLogWhileOn)
     tlvn::RemoveFile((tlvn::GetTempFolder() + "TolvanTraceOutput.txt").c_str());
 }
 
-// A message longer than any text can be is dropped without an exception.
+// A file that cannot be made leaves tracing off, and a message longer than any text can be is
+// dropped; neither throws.
 TEST(Trace, ThrowsNothing)
 {
+    const std::string path = tlvn::GetTempFolder() + "TolvanTraceOutput.txt";
+    CFile busy(path.c_str(), CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
+    EXPECT_EQ(SetTraceOutput(1), 0);
+    EXPECT_EQ(IsTraceOutput(), 0);
+    busy.Close();
+
     ASSERT_EQ(SetTraceOutput(1), 1);
     {
         CTraceFunction trace("f");
@@ -186,17 +188,6 @@ TEST(Trace, ThrowsNothing)
         EXPECT_NO_THROW(trace(nullptr));
     }
     EXPECT_EQ(SetTraceOutput(0), 1);
-    tlvn::RemoveFile((tlvn::GetTempFolder() + "TolvanTraceOutput.txt").c_str());
-}
-
-// A file that cannot be made leaves tracing off and throws nothing.
-TEST(Trace, SaysWhenItCannotWrite)
-{
-    const std::string path = tlvn::GetTempFolder() + "TolvanTraceOutput.txt";
-    CFile busy(path.c_str(), CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
-    EXPECT_EQ(SetTraceOutput(1), 0);
-    EXPECT_EQ(IsTraceOutput(), 0);
-    busy.Close();
     tlvn::RemoveFile(path.c_str());
 }
 
@@ -213,21 +204,17 @@ TEST(Multibyte, LeadBytesAreToldWithinTheLength)
     EXPECT_EQ(IsTLead(TW("\x82A0"), 0, 1), 0);
 }
 
-// The lead byte 80 + x of 936 and 950 that 932 does not have, and back at the end of the scope.
+// B0 A1 is a double-byte character everywhere but in 932.
 TEST(Multibyte, LocaleHoldsForItsScope)
 {
     ASSERT_EQ(GetMultibyteCodePage(), 932u);
-    const char hangul[] = "\xB0\xA1"; // a double-byte character everywhere but in 932
-    EXPECT_EQ(IsTLead(hangul, 0, 2), 0);
     {
         CApplyLocale korean(CT_EUCKR);
-        EXPECT_EQ(IsTLead(hangul, 0, 2), 1);
+        EXPECT_EQ(IsTLead("\xB0\xA1", 0, 2), 1);
         {
             CApplyLocale russian(CT_KOI8R);
-            EXPECT_EQ(IsTLead(hangul, 0, 2), 0);
-            CApplyLocale chinese(CT_BIG5);
-            EXPECT_EQ(GetMultibyteCodePage(), 950u);
-            CApplyLocale unicode(CT_UNICODE);
+            EXPECT_EQ(IsTLead("\xB0\xA1", 0, 2), 0);
+            CApplyLocale chinese(CT_BIG5), unicode(CT_UNICODE);
             EXPECT_EQ(GetMultibyteCodePage(), 950u);
         }
         EXPECT_EQ(GetMultibyteCodePage(), 949u);

@@ -5,8 +5,10 @@
 #pragma once
 
 #include "TlvnMisc.h"
+#include "framework/text_ops.h"
 #include "tests/support/byte_source.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -34,38 +36,28 @@ inline int StepAt(const std::string& s, int pos, Kind kind)
     return kind == Wide ? 2 : kind == Character && IsPair(s, pos) ? 2 : 1;
 }
 
+inline tlvn::WString Units(const std::string& bytes)
+{
+    tlvn::WString units(bytes.size() / 2, 0);
+    std::memcpy(units.data(), bytes.data(), 2 * units.size());
+    return units;
+}
+
 inline bool MatchesAt(const std::string& s, int pos, const std::string& phrase, Kind kind,
                       bool noCase)
 {
     const int length = static_cast<int>(phrase.size());
     if (pos < 0 || pos + length > static_cast<int>(s.size()))
         return false;
-    for (int i = 0; i < length;) {
-        if (kind == Wide) {
-            WCHAR a, b;
-            std::memcpy(&a, s.data() + pos + i, 2);
-            std::memcpy(&b, phrase.data() + i, 2);
-            if (noCase ? tlvn::ToLowerW(a) != tlvn::ToLowerW(b) : a != b)
-                return false;
-            i += 2;
-            continue;
-        }
-        const int step = kind == Character && IsPair(phrase, i) ? 2 : 1;
-        const auto value = [&](const std::string& t, int at) {
-            unsigned c = static_cast<BYTE>(t[static_cast<std::size_t>(at)]);
-            if (step == 2)
-                c = c << 8 | static_cast<BYTE>(t[static_cast<std::size_t>(at) + 1]);
-            if (!noCase)
-                return c;
-            return step == 1 ? static_cast<BYTE>(tlvn::ToLowerAscii(static_cast<char>(c)))
-                             : tlvn::ToLowerMbc(c);
-        };
-        if (value(s, pos + i) != value(phrase, i))
-            return false;
-        i += step;
-    }
+    const std::string part = s.substr(static_cast<std::size_t>(pos), phrase.size());
     // A phrase that ends in half a character does not match half a character.
-    return kind != Character || !IsInside(s, pos, pos + length);
+    if (kind == Character && IsInside(s, pos, pos + length))
+        return false;
+    if (!noCase)
+        return part == phrase;
+    return (kind == Wide    ? tlvn::CompareViewsNoCase(Units(part), Units(phrase))
+            : kind == Ascii ? tlvn::CompareAsciiNNoCase(part.c_str(), phrase.c_str(), length)
+                            : tlvn::CompareMbsNNoCase(part.c_str(), phrase.c_str(), length)) == 0;
 }
 
 inline int Find(const std::string& s, const std::string& phrase, int start, Kind kind, bool noCase)
@@ -125,14 +117,42 @@ inline std::string Narrow(ByteSource& in, int maxLength)
 
 inline std::string WithoutZeros(std::string text, Kind kind)
 {
-    if (kind == Wide) {
-        std::string units;
-        for (std::size_t i = 0; i + 2 <= text.size(); i += 2)
-            units += text[i] != 0 || text[i + 1] != 0 ? text.substr(i, 2) : std::string("a\0", 2);
-        return units;
+    if (kind != Wide) {
+        std::erase(text, '\0');
+        return text;
     }
-    std::erase(text, '\0');
+    text.resize(text.size() / 2 * 2);
+    for (std::size_t i = 0; i < text.size(); i += 2)
+        if (text[i] == 0 && text[i + 1] == 0)
+            text[i] = 'a';
     return text;
+}
+
+// The searches of a CBuffer by their kind.
+inline int FindIn(const CBuffer& buffer, const std::string& phrase, int pos, Kind kind, bool noCase)
+{
+    return kind == Wide    ? buffer.FindPhrase(Units(phrase).c_str(), pos, noCase)
+           : kind == Ascii ? buffer.FindAsciiPhrase(phrase.c_str(), pos, noCase)
+                           : buffer.FindPhrase(phrase.c_str(), pos, noCase);
+}
+
+inline int ReverseFindIn(const CBuffer& buffer, const std::string& phrase, int pos, Kind kind,
+                         bool noCase)
+{
+    return kind == Wide    ? buffer.ReverseFindPhrase(Units(phrase).c_str(), pos, noCase)
+           : kind == Ascii ? buffer.ReverseFindAsciiPhrase(phrase.c_str(), pos, noCase)
+                           : buffer.ReverseFindPhrase(phrase.c_str(), pos, noCase);
+}
+
+inline int ReplaceIn(CBuffer& buffer, const std::string& oldText, const std::string& newText,
+                     int start, int count, Kind kind, bool noCase)
+{
+    const tlvn::WString oldUnits = Units(oldText), newUnits = Units(newText);
+    const char *const from = oldText.c_str(), *const to = newText.c_str();
+    return kind == Wide
+               ? buffer.ReplacePhraseAll(oldUnits.c_str(), newUnits.c_str(), start, count, noCase)
+           : kind == Ascii ? buffer.ReplaceAsciiPhraseAll(from, to, start, count, noCase)
+                           : buffer.ReplacePhraseAll(from, to, start, count, noCase);
 }
 
 } // namespace buffer_model
@@ -149,13 +169,15 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
 
     while (!in.IsEmpty()) {
         const int length = static_cast<int>(model.size());
-        const int operation = in.Number(0, 26);
+        const int operation = in.Number(0, 18);
         const int pos = in.Number(-2, length + 2);
         const int count = in.Number(-2, length + 4);
         const std::string text = Narrow(in, operation == 0 ? 600 : 40);
         const int textLength = static_cast<int>(text.size());
+        const char ch = textLength > 0 ? text[0] : 'a';
         const bool inside = pos >= 0 && pos <= length;
         const auto at = static_cast<std::size_t>(inside ? pos : 0);
+        const auto amount = static_cast<std::size_t>(count > 0 ? count : 0);
         int expected = 0;
         int actual = 0;
         log += " " + std::to_string(operation);
@@ -172,8 +194,8 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
             break;
         case 2:
             buffer.Insert('x', count, pos);
-            if (inside && count > 0)
-                model.insert(at, static_cast<std::size_t>(count), 'x');
+            if (inside)
+                model.insert(at, amount, 'x');
             break;
         case 3:
             buffer.Overwrite(text.data(), textLength, pos);
@@ -182,8 +204,8 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
             break;
         case 4:
             buffer.Delete(pos, count);
-            if (inside && count > 0)
-                model.erase(at, static_cast<std::size_t>(count));
+            if (inside)
+                model.erase(at, amount);
             break;
         case 5:
             actual = buffer.Truncate(pos);
@@ -198,136 +220,79 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
         case 7: {
             CBuffer part;
             buffer.Mid(pos, count, part);
-            const int start = pos < 0 ? 0 : pos;
-            std::string mid;
-            if (count > 0 && start < length)
-                mid =
-                    model.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(count));
-            if (part != CBuffer()
-                    ? std::string(part, static_cast<std::size_t>(part.GetLength())) != mid
-                    : !mid.empty())
+            const auto start = static_cast<std::size_t>(std::clamp(pos, 0, length));
+            if (std::string(part, static_cast<std::size_t>(part.GetLength())) !=
+                model.substr(start, amount))
                 return "Mid differs after" + log;
             break;
         }
-        case 8: {
-            std::size_t start = 0;
-            while (start < model.size() && tlvn::IsSpace(model[start]))
-                ++start;
+        case 8: { // from the left, unless there is nothing else
             buffer.TrimLeft(0);
-            if (start < model.size())
-                model.erase(0, start);
-            break;
-        }
-        case 9:
             buffer.TrimRight(0);
+            const auto start = std::find_if_not(model.begin(), model.end(), tlvn::IsSpace);
+            if (start != model.end())
+                model.erase(model.begin(), start);
             while (!model.empty() && tlvn::IsSpace(model.back()))
                 model.pop_back();
             break;
-        case 10:
-            buffer.ExceptNull();
-            std::erase(model, '\0');
-            break;
-        case 11:
-            buffer.ExceptCrlf(0);
-            std::erase_if(model, [](char c) { return c == '\r' || c == '\n'; });
-            break;
-        case 12: {
-            CBuffer other;
-            other.MoveFrom(buffer);
-            buffer.CopyFrom(other);
-            capacity = 0;
-            break;
         }
-        case 13: {
+        case 9:
+            buffer.ExceptNull();
+            buffer.ExceptCrlf(0);
+            std::erase_if(model, [](char c) { return c == '\0' || c == '\r' || c == '\n'; });
+            break;
+        case 10: {
+            CBuffer other;
             CFixBuffer fixed;
-            fixed.MoveFrom(buffer);
-            if (fixed.GetLength() != length || buffer.GetLength() != 0 ||
-                std::memcmp(fixed, model.data(), model.size()) != 0)
-                return "CFixBuffer differs after" + log;
+            other.MoveFrom(buffer);
+            fixed.MoveFrom(other);
             buffer.Set(fixed, fixed.GetLength());
             capacity = 0;
             break;
         }
-        case 14:
-            buffer.SetIncrSize(count);
-            break;
-        case 15:
+        case 11:
+            buffer.SetIncrSize(pos);
             buffer.SetAllocSize(count);
             break;
-        case 16: {
-            const char ch = textLength > 0 ? text[0] : 'a';
+        case 12:
             actual = buffer.FindChar(ch, pos);
-            expected = -1;
-            for (int i = pos; pos >= 0 && i < length; i += IsPair(model, i) ? 2 : 1) {
-                if (!IsPair(model, i) && model[static_cast<std::size_t>(i)] == ch) {
-                    expected = i;
-                    break;
-                }
-            }
+            expected = Find(model, std::string(1, ch), pos, Character, false);
             break;
-        }
-        case 17: {
-            const char ch = textLength > 0 ? text[0] : 'a';
+        case 13: // from there backwards, also for a lead byte
             actual = buffer.ReverseFindChar(ch, pos);
-            expected = -1;
-            if (pos < -1)
-                break;
-            for (int i = (pos == -1 || pos > length ? length : pos) - 1; i >= 0; --i) {
-                if (!IsInside(model, 0, i) && model[static_cast<std::size_t>(i)] == ch) {
-                    expected = i;
-                    break;
-                }
+            expected = pos < -1 ? 0 : pos == -1 || pos > length ? length : pos;
+            while (--expected >= 0 && (IsInside(model, 0, expected) ||
+                                       model[static_cast<std::size_t>(expected)] != ch)) {
             }
             break;
-        }
-        case 18:
+        case 14:
             actual = buffer.IsMbsTrail(pos);
             expected = pos >= 1 && pos < length && IsInside(model, 0, pos);
             break;
-        case 19: {
-            // The tokens and delimiters taken off the front make up the text.
+        case 15: {
             CBuffer token;
             int next = pos;
             buffer.Tokenize(",\x82\x60 ", next, token);
-            if (pos >= 0 && pos < length && (next < pos || next > length))
-                return "Tokenize went outside after" + log;
-            if (token.IsEmpty() && next != pos)
-                return "Tokenize moved without a token after" + log;
+            if (token.IsEmpty() ? next != pos : next <= pos || next > length)
+                return "Tokenize differs after" + log;
             break;
         }
         default: {
-            const Kind kind = static_cast<Kind>(operation % 3);
+            const Kind kind = static_cast<Kind>(in.Number(0, 2));
             const bool noCase = in.Byte() % 2 != 0;
             const std::string phrase =
                 WithoutZeros(text.substr(0, static_cast<std::size_t>(in.Number(0, 6))), kind);
-            const std::string with = WithoutZeros(Narrow(in, 8), kind);
-            const std::u16string phraseW(reinterpret_cast<const char16_t*>(phrase.data()),
-                                         phrase.size() / 2);
-            const std::u16string withW(reinterpret_cast<const char16_t*>(with.data()),
-                                       with.size() / 2);
-            const auto* wide = reinterpret_cast<const WCHAR*>(phraseW.c_str());
-            const auto* wideWith = reinterpret_cast<const WCHAR*>(withW.c_str());
-            if (operation < 23) {
-                // The Ascii and Character forms answer -1 for a start from which the phrase does
-                // not fit; so does the model, which finds nothing there.
+            if (operation == 16) {
+                // A start from which the phrase does not fit finds nothing in either.
                 expected = pos > length ? -1 : Find(model, phrase, pos, kind, noCase);
-                actual = kind == Wide    ? buffer.FindPhrase(wide, pos, noCase)
-                         : kind == Ascii ? buffer.FindAsciiPhrase(phrase.c_str(), pos, noCase)
-                                         : buffer.FindPhrase(phrase.c_str(), pos, noCase);
-            } else if (operation < 25) {
+                actual = FindIn(buffer, phrase, pos, kind, noCase);
+            } else if (operation == 17) {
                 expected = ReverseFind(model, phrase, pos, kind, noCase);
-                actual = kind == Wide ? buffer.ReverseFindPhrase(wide, pos, noCase)
-                         : kind == Ascii
-                             ? buffer.ReverseFindAsciiPhrase(phrase.c_str(), pos, noCase)
-                             : buffer.ReverseFindPhrase(phrase.c_str(), pos, noCase);
+                actual = ReverseFindIn(buffer, phrase, pos, kind, noCase);
             } else {
+                const std::string with = WithoutZeros(Narrow(in, 8), kind);
                 expected = ReplaceAll(model, phrase, with, pos, count, kind, noCase);
-                actual =
-                    kind == Wide ? buffer.ReplacePhraseAll(wide, wideWith, pos, count, noCase)
-                    : kind == Ascii
-                        ? buffer.ReplaceAsciiPhraseAll(phrase.c_str(), with.c_str(), pos, count,
-                                                       noCase)
-                        : buffer.ReplacePhraseAll(phrase.c_str(), with.c_str(), pos, count, noCase);
+                actual = ReplaceIn(buffer, phrase, with, pos, count, kind, noCase);
             }
         }
         }
@@ -336,8 +301,7 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
             return "result " + std::to_string(actual) + ", not " + std::to_string(expected) +
                    ", after" + log;
         const int now = buffer.GetLength();
-        if (now != static_cast<int>(model.size()) ||
-            std::memcmp(buffer, model.data(), model.size()) != 0)
+        if (std::string(buffer, static_cast<std::size_t>(now)) != model)
             return "content differs after" + log;
         if (buffer.GetBuffer() != nullptr && (buffer[now] != 0 || buffer[now + 1] != 0))
             return "no two zero bytes after" + log;

@@ -16,24 +16,16 @@
 inline int WildcardModel(const char* text, const char* pattern)
 {
     const auto fold = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-    const auto onlyStar = [&] { return pattern[0] == '*' && pattern[1] == '\0'; };
-    while (*text != '\0') {
-        if (*pattern == '\0')
-            return 1;
-        if (*pattern == '*') {
-            if (onlyStar())
-                return 0;
-            if (fold(*text) == fold(pattern[1]) && WildcardModel(text, pattern + 1) == 0)
-                return 0;
-            ++text;
-            continue;
-        }
-        if (*pattern != '?' && fold(*text) != fold(*pattern))
-            return 1;
-        ++text;
-        ++pattern;
+    const bool onlyStar = pattern[0] == '*' && pattern[1] == '\0';
+    if (*text == '\0' || *pattern == '\0' || onlyStar)
+        return onlyStar || *text == *pattern ? 0 : 1;
+    if (*pattern == '*') {
+        const bool follows = fold(*text) == fold(pattern[1]);
+        return follows && WildcardModel(text, pattern + 1) == 0 ? 0
+                                                                : WildcardModel(text + 1, pattern);
     }
-    return *pattern == '\0' || onlyStar() ? 0 : 1;
+    const bool matches = *pattern == '?' || fold(*text) == fold(*pattern);
+    return matches ? WildcardModel(text + 1, pattern + 1) : 1;
 }
 
 // Positions at which the characters of a Shift_JIS text start, and its end.
@@ -55,16 +47,12 @@ inline std::pair<int, int> FindModel(const std::string& text, const std::string&
     const bool zero = find.find('\0') != find.npos;
     std::pair<int, int> found(-1, -1);
     for (const int i : starts) {
-        const int end = i + length;
-        if (length == 0 || end > starts.back())
+        if (length == 0 || i + length > starts.back())
             break;
-        const char* const at = text.data() + i;
-        const int order = noCase ? tlvn::CompareMbsNNoCase(at, find.data(), length)
-                                 : tlvn::CompareMbsN(at, find.data(), length);
-        const bool whole = zero || std::binary_search(starts.begin(), starts.end(), end);
-        if (order != 0 || !whole)
-            continue;
-        found = {found.first < 0 ? i : found.first, i};
+        const auto compare = noCase ? tlvn::CompareMbsNNoCase : tlvn::CompareMbsN;
+        const bool whole = zero || std::binary_search(starts.begin(), starts.end(), i + length);
+        if (whole && compare(text.data() + i, find.data(), length) == 0)
+            found = {found.first < 0 ? i : found.first, i};
     }
     return found;
 }
@@ -74,14 +62,6 @@ inline int Offset(const void* hit, const void* text)
     return hit == nullptr
                ? -1
                : static_cast<int>(static_cast<const char*>(hit) - static_cast<const char*>(text));
-}
-
-inline tlvn::WString WidenBytes(const std::string& text)
-{
-    tlvn::WString units;
-    for (const char c : text)
-        units += static_cast<unsigned char>(c);
-    return units;
 }
 
 // The function that differs from its model, or null; so below.
@@ -99,12 +79,20 @@ inline const char* CheckSearch(const std::string& text, const std::string& find,
     if (std::any_of(text.begin(), text.end(), tlvn::IsLeadByte) ||
         std::any_of(find.begin(), find.end(), tlvn::IsLeadByte))
         return nullptr;
-    const tlvn::WString units = WidenBytes(text), phrase = WidenBytes(find);
-    const WCHAR* const q = units.data();
-    const auto index = [q](const WCHAR* hit) { return hit == nullptr ? -1 : Offset(hit, q) / 2; };
-    if (index(wcsnnstr(q, textLen, phrase.data(), findLen, noCase)) != expected.first)
+    const auto widen = [](const std::string& s) {
+        tlvn::WString units(s.begin(), s.end());
+        for (WCHAR& unit : units)
+            unit &= 0xFF;
+        return units;
+    };
+    const tlvn::WString units = widen(text), phrase = widen(find);
+    const WCHAR *const q = units.data(), *const f = phrase.data();
+    const auto differs = [q](const WCHAR* hit, int offset) {
+        return hit == nullptr ? offset >= 0 : hit - q != offset;
+    };
+    if (differs(wcsnnstr(q, textLen, f, findLen, noCase), expected.first))
         return "wcsnnstr";
-    if (index(wcsrnnstr(q, textLen, phrase.data(), findLen, noCase)) != expected.second)
+    if (differs(wcsrnnstr(q, textLen, f, findLen, noCase), expected.second))
         return "wcsrnnstr";
     return nullptr;
 }
@@ -143,28 +131,25 @@ inline const char* CheckCharacters(const std::string& text)
 
 inline const char* CheckQuoting(const std::string& text)
 {
-    const std::vector<int> starts = CharacterStarts(text);
-    for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+    char last = '\0';
+    for (const int start : CharacterStarts(text)) {
         // Half a character would make one with the backslash that comes behind it.
-        const char c = text[static_cast<std::size_t>(starts[i])];
-        if (tlvn::IsLeadByte(c) && starts[i + 1] - starts[i] == 1)
+        if (tlvn::IsLeadByte(last))
             return nullptr;
+        const char* const p = text.c_str() + start;
+        last = tlvn::IsDoubleByte(p) ? '\0' : *p != '\0' ? *p : last;
     }
-    CStringA quoted(text.data(), static_cast<int>(text.size()));
+    CStringA quoted(text.c_str());
     EnquoteText(quoted);
     const std::string once = quoted.GetString();
-    const bool endsInBackslash =
-        starts.size() > 1 && text[static_cast<std::size_t>(starts[starts.size() - 2])] == '\\';
     if (GetEnquotedLength((once + "\"\\").c_str()) != static_cast<int>(once.size()))
         return "GetEnquotedLength";
     DequoteText(quoted);
-    if (!endsInBackslash && quoted.GetString() != text)
+    if (last != '\\' && quoted.GetString() != text)
         return "DequoteText";
     CStringA token(once.c_str() + 1, static_cast<int>(once.size()) - 2);
     GetQuotedToken(token);
-    if (token.GetString() != text)
-        return "GetQuotedToken";
-    return nullptr;
+    return token.GetString() != text ? "GetQuotedToken" : nullptr;
 }
 
 inline const char* CheckScanners(const std::uint8_t* data, std::size_t size)
