@@ -22,6 +22,74 @@ std::string Encoded(const std::string& data, int keepLineBreaks)
     return std::string(out, static_cast<std::size_t>(out.GetLength()));
 }
 
+// The rules, byte by byte.
+
+bool IsBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+bool IsLineEnd(char c)
+{
+    return c == '\r' || c == '\n';
+}
+
+std::string SlowDecoded(const std::string& text)
+{
+    const std::string digits = "0123456789ABCDEFabcdef";
+    const auto value = [&](std::size_t i) {
+        const std::size_t place = i < text.size() ? digits.find(text[i]) : std::string::npos;
+        return place == std::string::npos ? -1 : static_cast<int>(place < 16 ? place : place - 6);
+    };
+    std::string out;
+    for (std::size_t i = 0; i < text.size();) {
+        std::size_t behind = i + (text[i] == '=' ? 1 : 0);
+        while (behind < text.size() && IsBlank(text[behind]))
+            ++behind;
+        const bool ends = behind == text.size() || IsLineEnd(text[behind]);
+        if (text[i] == '=' && ends) {
+            i = text.compare(behind, 2, "\r\n") == 0 ? behind + 2 : behind + 1;
+        } else if (text[i] == '=' && value(i + 1) >= 0 && value(i + 2) >= 0) {
+            out += static_cast<char>(value(i + 1) * 16 + value(i + 2));
+            i += 3;
+        } else if (IsBlank(text[i]) && ends) {
+            i = behind;
+        } else {
+            out += text[i++];
+        }
+    }
+    return out;
+}
+
+std::string SlowEncoded(const std::string& data, bool keepLineBreaks)
+{
+    std::string out;
+    std::size_t column = 0;
+    const auto put = [&](const std::string& characters) {
+        if (column + characters.size() > 75) {
+            out += "=\r\n";
+            column = 0;
+        }
+        out += characters;
+        column += characters.size();
+    };
+    for (std::size_t i = 0; i < data.size(); ++i) {
+        const char c = data[i];
+        const bool last = i + 1 == data.size() || IsLineEnd(data[i + 1]);
+        if ((c >= 33 && c <= 60) || (c >= 62 && c <= 126) || (IsBlank(c) && !last)) {
+            put({c});
+        } else if (keepLineBreaks && IsLineEnd(c)) {
+            i += data.compare(i, 2, "\r\n") == 0 ? 1 : 0;
+            out += "\r\n";
+            column = 0;
+        } else {
+            const auto b = static_cast<unsigned char>(c);
+            put({'=', "0123456789ABCDEF"[b / 16], "0123456789ABCDEF"[b % 16]});
+        }
+    }
+    return out;
+}
+
 unsigned Below(std::mt19937& random, unsigned limit)
 {
     return static_cast<unsigned>(random() % limit);
@@ -53,6 +121,31 @@ TEST(QuotedPrintable, Decodes)
     };
     for (const auto& c : cases)
         EXPECT_EQ(Decoded(c.text), c.data) << c.text;
+}
+
+// The example of RFC 2045.
+TEST(QuotedPrintable, JoinsTheLinesOfTheStandard)
+{
+    EXPECT_EQ(Decoded("Now's the time =\r\nfor all folk to come=\r\n to the aid of their country."),
+              "Now's the time for all folk to come to the aid of their country.");
+}
+
+TEST(QuotedPrintable, EqualsTheSlowRules)
+{
+    std::mt19937 random(9);
+    for (int round = 0; round < 3000; ++round) {
+        std::string data;
+        for (unsigned n = Below(random, 12); n > 0; --n) {
+            const char* const pieces[] = {"a",    " ", "\t", "\r",  "\n",
+                                          "\r\n", "=", "=4", "=4a", "~"};
+            if (Below(random, 3) == 0)
+                data.append(Below(random, 90), "a \xE9="[Below(random, 4)]);
+            data += pieces[Below(random, 10)];
+        }
+        ASSERT_EQ(Decoded(data), SlowDecoded(data)) << data;
+        ASSERT_EQ(Encoded(data, 0), SlowEncoded(data, false)) << data;
+        ASSERT_EQ(Encoded(data, 1), SlowEncoded(data, true)) << data;
+    }
 }
 
 TEST(QuotedPrintable, Encodes)
