@@ -54,8 +54,7 @@ public:
                 next = m_target;
                 break;
             case Outcome::Fail:
-                if (!TakeUp())
-                    return End(false);
+                TakeUp();
                 next = m_target;
                 break;
             case Outcome::Match:
@@ -193,17 +192,17 @@ private:
         }
     }
 
-    // Goes on where the top of the stack says. False when a push fails.
-    bool TakeUp()
+    // Goes on where the top of the stack says.
+    void TakeUp()
     {
         for (;;) {
             const Word index = m_stack.Pop();
             if (index < kRetryLoop) {
                 m_target = static_cast<std::uint32_t>(index);
-                return true;
+                return;
             }
             if (ShortenRun(index))
-                return true;
+                return;
         }
     }
 
@@ -415,8 +414,14 @@ bool CREStack::Grow()
 void CREStack::Shrink()
 {
     Clear();
-    if (static_cast<std::size_t>(m_end - m_top) > kKeptCapacity)
-        *this = CREStack();
+    if (static_cast<std::size_t>(m_end - m_top) <= kKeptCapacity)
+        return;
+    std::unique_ptr<Word[]> words(new (std::nothrow) Word[kFirstCapacity]);
+    if (words == nullptr)
+        return;
+    m_words = std::move(words);
+    m_top = m_words.get();
+    m_end = m_top + kFirstCapacity;
 }
 
 template <typename Char>

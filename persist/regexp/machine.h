@@ -77,8 +77,8 @@ bool RunRegExp(const CREProgram<Char>& program, CREMatchContext<Char>& context, 
 
 namespace tlvn {
 
-// The same for a program from another hand than CREProgram's, without groups or memory slots.
-// `start` and `end` are offsets.
+// The same for a program from another hand than CREProgram's, without groups or memory slots,
+// that begins and ends as a compiled one does. `start` and `end` are offsets.
 TLVN_API bool RunInstructions(const std::vector<REInstruction>& code, const char* text, int& start,
                               int& end);
 
