@@ -164,47 +164,36 @@ std::string PlainEucToSJis(const std::string& text)
 }
 
 // What is designated: K kanji, A ASCII, I half-width katakana, nothing.
-struct Designator {
-    std::string bytes;
-    char effect;
-};
-const Designator kEscapes[] = {{"\x1B$B", 'K'}, {"\x1B(B", 'A'},  {"\x1B(I", 'I'}, {"\x1B$@", 'K'},
-                               {"\x1B(J", 'A'}, {"\x1B$(D", 'K'}, {"\x1B&@", ' '}, {"\x1BK", 'K'},
-                               {"\x1BH", 'A'},  {"\x1B(H", 'A'}};
+const std::pair<std::string, char> kEscapes[] = {
+    {"\x1B$B", 'K'},  {"\x1B(B", 'A'}, {"\x1B(I", 'I'}, {"\x1B$@", 'K'}, {"\x1B(J", 'A'},
+    {"\x1B$(D", 'K'}, {"\x1B&@", ' '}, {"\x1BK", 'K'},  {"\x1BH", 'A'},  {"\x1B(H", 'A'}};
 
 std::string PlainJisToSJis(const std::string& text)
 {
     std::string out;
-    bool kanji = false;
-    bool katakana = false;
+    bool kanji = false, katakana = false;
     for (std::size_t i = 0; i < text.size();) {
-        const auto escape =
-            std::find_if(std::begin(kEscapes), std::end(kEscapes), [&](const auto& e) {
-                return text.compare(i, e.bytes.size(), e.bytes) == 0;
-            });
-        const char c = text[i];
+        const auto escape = std::find_if(std::begin(kEscapes), std::end(kEscapes), [&](auto& e) {
+            return text.compare(i, e.first.size(), e.first) == 0;
+        });
         if (escape != std::end(kEscapes)) {
-            i += escape->bytes.size();
-            if (escape->effect != ' ') {
-                kanji = escape->effect == 'K';
-                katakana = escape->effect == 'I';
-            }
+            i += escape->first.size();
+            kanji = escape->second == ' ' ? kanji : escape->second == 'K';
+            katakana = escape->second == ' ' ? katakana : escape->second == 'I';
             continue;
         }
-        ++i;
+        const char c = text[i++];
         if (c == '\x1B') {
             if (i == text.size() || (text[i] != '$' && text[i] != '('))
                 kanji = katakana = false;
         } else if (c == '\x0E' || c == '\x0F') {
             katakana = c == '\x0E';
-        } else if (c == '\r' || c == '\n') {
+        } else if (c == '\r' || c == '\n' || (!katakana && (!kanji || i == text.size()))) {
             out += c;
         } else if (katakana) {
             out += static_cast<char>(c | 0x80);
-        } else if (kanji && i < text.size()) {
-            out += SJisPair(static_cast<BYTE>(c), static_cast<BYTE>(text[i++]));
         } else {
-            out += c;
+            out += SJisPair(static_cast<BYTE>(c), static_cast<BYTE>(text[i++]));
         }
     }
     return out;
@@ -229,7 +218,7 @@ TEST(Japanese, EqualsThePlainRulesOnAnyBytes)
                     text += RandomCharacter(random);
             }
             if (Below(random, 2) == 0)
-                text += kEscapes[Below(random, std::size(kEscapes))].bytes;
+                text += kEscapes[Below(random, std::size(kEscapes))].first;
             if (Below(random, 3) == 0)
                 text += static_cast<char>(Below(random, 0x100));
         }

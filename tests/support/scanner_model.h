@@ -5,7 +5,7 @@
 
 #include "TlvnMisc.h"
 #include "platform/multibyte.h"
-#include "platform/nls.h"
+#include "tests/support/buffer_model.h"
 #include "tests/support/byte_source.h"
 
 #include <cctype>
@@ -39,24 +39,6 @@ inline std::vector<int> CharacterStarts(const std::string& text)
     return starts;
 }
 
-// Offsets of the first and last occurrence, -1 for none, by comparing at every character.
-inline std::pair<int, int> FindModel(const std::string& text, const std::string& find, bool noCase)
-{
-    const std::vector<int> starts = CharacterStarts(text);
-    const int length = static_cast<int>(find.size());
-    const bool zero = find.find('\0') != find.npos;
-    std::pair<int, int> found(-1, -1);
-    for (const int i : starts) {
-        if (length == 0 || i + length > starts.back())
-            break;
-        const auto compare = noCase ? tlvn::CompareMbsNNoCase : tlvn::CompareMbsN;
-        const bool whole = zero || std::binary_search(starts.begin(), starts.end(), i + length);
-        if (whole && compare(text.data() + i, find.data(), length) == 0)
-            found = {found.first < 0 ? i : found.first, i};
-    }
-    return found;
-}
-
 inline int Offset(const void* hit, const void* text)
 {
     return hit == nullptr
@@ -65,34 +47,30 @@ inline int Offset(const void* hit, const void* text)
 }
 
 // The function that differs from its model, or null; so below.
-inline const char* CheckSearch(const std::string& text, const std::string& find, bool noCase)
+inline const char* CheckSearch(std::string text, const std::string& find, bool noCase)
 {
+    using namespace buffer_model;
     const int textLen = static_cast<int>(text.size()), findLen = static_cast<int>(find.size());
-    const std::pair<int, int> expected = FindModel(text, find, noCase);
-    const char* const p = text.data();
-    if (Offset(mbsnnstr(p, textLen, find.data(), findLen, noCase), p) != expected.first)
+    if (find.find('\0') != find.npos) // ends the comparison
+        return nullptr;
+    const char *const p = text.data(), *const f = find.data();
+    if (Offset(mbsnnstr(p, textLen, f, findLen, noCase), p) !=
+        Find(text, find, 0, Character, noCase))
         return "mbsnnstr";
-    if (Offset(mbsrnnstr(p, textLen, find.data(), findLen, noCase), p) != expected.second)
+    if (Offset(mbsrnnstr(p, textLen, f, findLen, noCase), p) !=
+        ReverseFind(text, find, -1, Character, noCase))
         return "mbsrnnstr";
 
-    // Characters of one byte are units of the same value, in which the same is found.
-    if (std::any_of(text.begin(), text.end(), tlvn::IsLeadByte) ||
-        std::any_of(find.begin(), find.end(), tlvn::IsLeadByte))
-        return nullptr;
-    const auto widen = [](const std::string& s) {
-        tlvn::WString units(s.begin(), s.end());
-        for (WCHAR& unit : units)
-            unit &= 0xFF;
-        return units;
-    };
-    const tlvn::WString units = widen(text), phrase = widen(find);
-    const WCHAR *const q = units.data(), *const f = phrase.data();
-    const auto differs = [q](const WCHAR* hit, int offset) {
-        return hit == nullptr ? offset >= 0 : hit - q != offset;
-    };
-    if (differs(wcsnnstr(q, textLen, f, findLen, noCase), expected.first))
+    const tlvn::WString units = Units(text), phrase = Units(find);
+    const WCHAR* const q = units.data();
+    const int unitCount = textLen / 2, phraseCount = findLen / 2;
+    text.resize(2 * units.size());
+    const std::string even = find.substr(0, 2 * phrase.size());
+    if (Offset(wcsnnstr(q, unitCount, phrase.data(), phraseCount, noCase), q) !=
+        Find(text, even, 0, Wide, noCase))
         return "wcsnnstr";
-    if (differs(wcsrnnstr(q, textLen, f, findLen, noCase), expected.second))
+    if (Offset(wcsrnnstr(q, unitCount, phrase.data(), phraseCount, noCase), q) !=
+        ReverseFind(text, even, -1, Wide, noCase))
         return "wcsrnnstr";
     return nullptr;
 }
