@@ -41,12 +41,7 @@ TEST(CharSet, GivesTheColumnsOfATypesRow)
     }
     EXPECT_EQ(rows, 23);
 
-    const struct {
-        CodeType t;
-        int font;
-        LCID locale;
-        UINT page, page2;
-    } cases[] = {
+    const std::tuple<CodeType, int, LCID, UINT, UINT> cases[] = {
         {CT_SJIS, 128, 1041, 932, 932},
         {CT_JIS, 128, 1041, 932, 50220},
         {CT_EUC, 128, 1041, 932, 51932},
@@ -63,11 +58,11 @@ TEST(CharSet, GivesTheColumnsOfATypesRow)
         {CT_UNICODE, 128, 0, 0, 0},
         {CT_UNKNOWN, 128, 0, 0, 0},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(CharSetCode2FontCharSet(c.t), c.font) << c.t;
-        EXPECT_EQ(CharSetCode2LCID(c.t), c.locale) << c.t;
-        EXPECT_EQ(CharSetCode2CodePage(c.t), c.page) << c.t;
-        EXPECT_EQ(CharSetCode2CodePage2(c.t), c.page2) << c.t;
+    for (const auto& [t, font, locale, page, page2] : cases) {
+        EXPECT_EQ(CharSetCode2FontCharSet(t), font) << t;
+        EXPECT_EQ(CharSetCode2LCID(t), locale) << t;
+        EXPECT_EQ(CharSetCode2CodePage(t), page) << t;
+        EXPECT_EQ(CharSetCode2CodePage2(t), page2) << t;
     }
     EXPECT_EQ(CharSetCode2CodePage(CT_ASCII), 932u);
     EXPECT_EQ(CharSetCode2FontCharSet(CT_ASCII), 128);

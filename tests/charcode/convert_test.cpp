@@ -34,13 +34,7 @@ Converted Convert(CodeType from, const std::string& text, CodeType to, int drop 
 // nothing would be left in Shift_JIS, the text goes to windows-1252.
 TEST(Convert, ReportsLossExactly)
 {
-    const struct {
-        CodeType from;
-        std::string text;
-        CodeType to;
-        int drop;
-        Converted expected;
-    } cases[] = {
+    const std::tuple<CodeType, std::string, CodeType, int, Converted> cases[] = {
         {CT_SJIS, "a\x82\xA0z", CT_SJIS, 0, {0, "a\x82\xA0z"}},
         {CT_SJIS, "a\x82\xA0z", CT_WIN1252, 0, {1, "a?z"}},
         {CT_SJIS, "a\x82\xA0z", CT_WIN1252, 1, {1, "az"}},
@@ -57,8 +51,8 @@ TEST(Convert, ReportsLossExactly)
         {CT_UNICODE, {"a\0b", 3}, CT_UTF8, 0, {0, "a"}},
         {CT_UNKNOWN, "a", CT_UNKNOWN, 0, {0, "a"}},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(Convert(c.from, c.text, c.to, c.drop), c.expected) << &c - cases;
+    for (const auto& [from, text, to, drop, expected] : cases)
+        EXPECT_EQ(Convert(from, text, to, drop), expected) << testing::PrintToString(text) << to;
 }
 
 // Bytes that are not of the code are passed on by the arithmetic, but told. EUC-JP has no

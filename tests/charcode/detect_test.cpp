@@ -1,38 +1,13 @@
 #include "charcode/detect.h"
+#include "tests/charcode/allocation_count.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <random>
 #include <string>
 #include <tuple>
 #include <vector>
-
-namespace {
-
-// Allocations of the process so far. (A DLL has its own operator new: there only the test's own
-// are counted.)
-int g_allocations = 0;
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++g_allocations;
-    if (void* const block = std::malloc(size))
-        return block;
-    throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept
-{
-    std::free(block);
-}
-void operator delete(void* block, std::size_t) noexcept
-{
-    std::free(block);
-}
 
 namespace {
 
@@ -87,11 +62,11 @@ TEST(DetectCodeType, ReadsNothingBehindTheRangeAndAllocatesNothing)
             const std::unique_ptr<char[]> block(new char[size]);
             text.copy(block.get(), size);
             const int len = static_cast<int>(size);
-            const int before = g_allocations;
+            const int before = CountAllocations();
             EXPECT_EQ(DetectCodeType(block.get(), len),
                       DetectCodeType(block.get(), size == 1024 ? 1 << 30 : len));
             EXPECT_FALSE(IsUTF8(block.get(), len));
-            EXPECT_EQ(g_allocations, before);
+            EXPECT_EQ(CountAllocations(), before);
             EXPECT_NE(DetectCodeType2(block.get(), len), CT_UTF8);
             for (const CodeType hint : {CT_JIS, CT_EUC, CT_SJIS, CT_UTF8, CT_UTF7})
                 DetectCodeType3(block.get(), len, hint);
