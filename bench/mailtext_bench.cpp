@@ -413,9 +413,8 @@ const Function kFunctions[] = {
 
 // What a careless search stumbles over, repeated.
 constexpr const char* kPieces[] = {
-    "a",      " ",       "=",    "(",        "<",   "@",  ",",     "\"",       "\\\"",
-    "\"(\",", "a@",      "a@b.", "%",        "&",   ":",  "\\",    "\\\\a ",   "<>",
-    "http:",  "xhttp: ", "\x81", "\x81\x40", "=\t", "\n", "(\"\\", "\"a\\,\"", "YQ==",
+    "a",  " ", "=", "(",  "<",      "@",       ",",        "\"",  "\\\"",  "\"(\",",
+    "a@", "%", "&", "\\", "\\\\a ", "xhttp: ", "\x81\x40", "=\t", "(\"\\",
 };
 
 // Each function at 1, 2, 4 and 8 MB of each of them: one that is worse than linear shows in the
@@ -440,7 +439,7 @@ void Growths(BenchTable& table)
                         run(text, out);
                 };
             },
-            2);
+            1);
     }
 }
 
