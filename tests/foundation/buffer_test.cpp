@@ -32,22 +32,19 @@ std::string Text(const CBuffer& buffer)
 // an allocator that did not make it.
 TEST(Buffer, CapacityAndAllocatorFollowTheSize)
 {
-    const struct {
-        int increment, request, capacity, pages;
-    } cases[] = {
+    const std::tuple<int, int, int, int> cases[] = {
         {16, 1, 16, 0},      {16, 16, 16, 0},    {16, 17, 32, 0},    {16, 1008, 1008, 0},
         {16, 1009, 1024, 1}, {1, 1021, 1021, 0}, {1, 1022, 1022, 1}, {4000, 1, 4000, 1},
         {0, 17, 32, 0},      {-5, 17, 32, 0},    {16, 0, 0, 0},      {16, -1, 0, 0},
     };
-    for (const auto& c : cases) {
+    for (const auto& [increment, request, capacity, pages] : cases) {
         const int before = tlvn::GetPageBlockCount();
         {
             CBuffer buffer;
-            buffer.SetIncrSize(c.increment);
-            buffer.SetAllocSize(c.request);
-            EXPECT_EQ(buffer.GetAllocSize(), c.capacity) << c.increment << " " << c.request;
-            EXPECT_EQ(tlvn::GetPageBlockCount() - before, c.pages)
-                << c.increment << " " << c.request;
+            buffer.SetIncrSize(increment);
+            buffer.SetAllocSize(request);
+            EXPECT_EQ(buffer.GetAllocSize(), capacity) << increment << " " << request;
+            EXPECT_EQ(tlvn::GetPageBlockCount() - before, pages) << increment << " " << request;
         }
         EXPECT_EQ(tlvn::GetPageBlockCount(), before);
     }
@@ -296,19 +293,16 @@ TEST(Buffer, CutsTokensAndNumbers)
     EXPECT_EQ(pos, 6);
 
     // The first has to end before the end.
-    const struct {
-        const char* text;
-        int pos, len, sign, result, value;
-    } numbers[] = {
+    const std::tuple<const char*, int, int, int, int, int> numbers[] = {
         {"123", 0, 3, 0, 0, 7},          {"1234", 0, 3, 0, 1, 123}, {"-12x", 0, 3, 1, 1, -12},
         {"12x", 0, 3, 1, 0, 7},          {"+5;", 0, 2, 1, 1, 5},    {"12x4", 0, 3, 0, 0, 12},
         {"1234", 1, 0, 0, 1, 0},         {"1234", -1, 2, 0, 0, 7},  {"1234", 1, INT_MAX, 0, 0, 7},
         {"4294967297 ", 0, 10, 0, 1, 1},
     };
-    for (const auto& n : numbers) {
+    for (const auto& [text, from, len, sign, result, expected] : numbers) {
         int value = 7;
-        EXPECT_EQ(CBuffer(n.text).GetNumber(n.pos, n.len, n.sign, value), n.result) << n.text;
-        EXPECT_EQ(value, n.value) << n.text;
+        EXPECT_EQ(CBuffer(text).GetNumber(from, len, sign, value), result) << text;
+        EXPECT_EQ(value, expected) << text;
     }
 
     pos = 0;
