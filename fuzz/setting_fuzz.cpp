@@ -20,17 +20,19 @@ tlvn::WString ToText(const void* data, std::size_t size)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    const tlvn::WString input = ToText(data, size);
     tlvn::SettingKeyList keys;
-    const tlvn::SettingTextResult result = tlvn::ReadSettingText(ToText(data, size), keys);
+    const tlvn::SettingTextResult result = tlvn::ReadSettingText(input, keys);
     if (result.message != 0)
         FUZZ_CHECK(result.message == 3100 || result.message == 3101 || result.message == 3163 ||
                    result.message == 3164);
 
     CBuffer text, again;
     tlvn::WriteSettingText(keys, text);
+    const tlvn::WString written =
+        ToText(text.GetBuffer(), static_cast<std::size_t>(text.GetLength()));
     tlvn::SettingKeyList back;
-    const tlvn::SettingTextResult second = tlvn::ReadSettingText(
-        ToText(text.GetBuffer(), static_cast<std::size_t>(text.GetLength())), back);
+    const tlvn::SettingTextResult second = tlvn::ReadSettingText(written, back);
     FUZZ_CHECK(second.message == 0 && !second.duplicates);
     FUZZ_CHECK(back.GetSize() == keys.GetSize());
     tlvn::WriteSettingText(back, again);

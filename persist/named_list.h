@@ -20,9 +20,40 @@
 
 namespace tlvn {
 
+// The hash of a name in ASCII, eight bytes at a time; bit 5, which tells capitals from small
+// letters, counts in no byte. False when there is another character in it.
+inline bool HashAsciiName(std::string_view name, unsigned& hash) noexcept
+{
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+    constexpr std::uint64_t kCaseBits = 0x2020202020202020;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    std::uint64_t sum = name.size();
+    const char* p = name.data();
+    for (std::size_t left = name.size(); left > 0;) {
+        const std::size_t count = left < 8 ? left : 8;
+        std::uint64_t bytes = 0;
+        if (count == 8)
+            std::memcpy(&bytes, p, 8);
+        else
+            for (std::size_t i = 0; i < count; ++i)
+                bytes = bytes << 8 | static_cast<BYTE>(p[i]);
+        if ((bytes & kHighBits) != 0)
+            return false;
+        sum = (sum ^ (bytes | kCaseBits)) * kFactor;
+        sum ^= sum >> 32;
+        p += count;
+        left -= count;
+    }
+    hash = static_cast<unsigned>(sum);
+    return true;
+}
+
 // The same for names that differ only in case, in the code page in force.
 inline unsigned HashName(std::string_view name) noexcept
 {
+    unsigned ascii;
+    if (HashAsciiName(name, ascii))
+        return ascii;
     constexpr unsigned kFactor = 0x01000193;
     unsigned hash = 0x811C9DC5;
     const char* const end = name.data() + name.size();

@@ -18,7 +18,7 @@ bool CanBeKeyName(std::string_view name)
 
 bool EqualPairs(const CSettingDataPair& a, const CSettingDataPair& b)
 {
-    return a.GetValue() == b.GetValue() &&
+    return a.GetValueView() == b.GetValueView() &&
            tlvn::IsSameName(tlvn::ViewOf(a.GetName()), tlvn::ViewOf(b.GetName()));
 }
 
@@ -39,7 +39,7 @@ void MergePairs(const CSettingDataKey& from, CSettingDataKey& to)
 {
     for (int i = 0; i < from.GetPairs().GetSize(); ++i) {
         const CSettingDataPair& pair = *from.GetPairs()[i];
-        to.SetAt(tlvn::ViewOf(pair.GetName()), tlvn::ViewOf(pair.GetValue()));
+        to.SetAt(tlvn::ViewOf(pair.GetName()), pair.GetValueView());
     }
 }
 
@@ -78,6 +78,7 @@ CSettingData::~CSettingData()
 void CSettingData::InitSD()
 {
     m_keys.RemoveAll();
+    m_image.reset();
     m_loaded = 0;
     m_updated = 0;
     m_encipher = 0;
@@ -89,6 +90,7 @@ void CSettingData::InitSD()
 void CSettingData::LoadNone()
 {
     m_keys.RemoveAll();
+    m_image.reset();
     m_loaded = 1;
     m_updated = 0;
 }
@@ -154,7 +156,7 @@ void CSettingData::Store(const char* key, const char* name, tlvn::WStringView va
     if (target == nullptr)
         return;
     const CSettingDataPair* const pair = target->Find(name);
-    if (pair != nullptr && tlvn::ViewOf(pair->GetValue()) == value)
+    if (pair != nullptr && pair->GetValueView() == value)
         return;
     target->SetAt(name, value);
     Changed(setUpdated);
@@ -330,7 +332,7 @@ int CSettingData::CopySdName(const CSettingData& other, const char* key, const c
     if (source == nullptr)
         return 0;
     if (this != &other)
-        Store(key, name, tlvn::ViewOf(source->GetValue()), setUpdated);
+        Store(key, name, source->GetValueView(), setUpdated);
     return 1;
 }
 
@@ -347,7 +349,7 @@ int CSettingData::CopySdNameBegin(const CSettingData& other, const char* key, co
     CSettingDataKey* const target = MakeKey(tlvn::ViewOf(key), 0);
     target->RemoveBegin(tlvn::ViewOf(prefix));
     for (const CSettingDataPair* pair : source)
-        target->SetAt(tlvn::ViewOf(pair->GetName()), tlvn::ViewOf(pair->GetValue()));
+        target->SetAt(tlvn::ViewOf(pair->GetName()), pair->GetValueView());
     Changed(setUpdated);
     return 1;
 }

@@ -189,6 +189,8 @@ private:
     void SetError(const CString& text, const char* path, const CString& data);
     void SetFileError(const tlvn::FileResult& result, const char* path);
 
+    // The file as it was read, with the values nobody asked for yet: given up behind the keys.
+    std::unique_ptr<CBuffer> m_image;
     tlvn::SettingKeyList m_keys;
     int m_loaded;
     int m_updated;

@@ -1,12 +1,26 @@
 #include "persist/setting_data_key.h"
 
-CSettingDataPair::CSettingDataPair(std::string_view name, tlvn::WStringView value)
-    : m_name(tlvn::ToString(name)), m_value(tlvn::ToString(value))
-{}
-
-void CSettingDataPair::SetValue(tlvn::WStringView value)
+CSettingDataPair::CSettingDataPair(std::string_view name, tlvn::WStringView value, bool borrow)
+    : m_name(tlvn::ToString(name))
 {
-    m_value = tlvn::ToString(value);
+    SetValue(value, borrow);
+}
+
+void CSettingDataPair::SetValue(tlvn::WStringView value, bool borrow)
+{
+    if (borrow) {
+        m_value.Empty();
+        m_borrowed = value;
+    } else {
+        m_value = tlvn::ToString(value);
+        m_borrowed = {};
+    }
+}
+
+void CSettingDataPair::CopyBorrowed() const
+{
+    m_value = tlvn::ToString(m_borrowed);
+    m_borrowed = {};
 }
 
 CSettingDataKey::CSettingDataKey(std::string_view name) : m_name(tlvn::ToString(name)) {}
@@ -18,16 +32,17 @@ CSettingDataPair* CSettingDataKey::Find(std::string_view name) const
     return m_pairs.Find(name);
 }
 
-int CSettingDataKey::SetAt(std::string_view name, tlvn::WStringView value)
+int CSettingDataKey::SetAt(std::string_view name, tlvn::WStringView value, bool borrow)
 {
     const unsigned hash = tlvn::HashName(name);
     CSettingDataPair* const pair = m_pairs.Find(name, hash);
     if (pair != nullptr) {
-        pair->SetValue(value);
+        pair->SetValue(value, borrow);
         return 1;
     }
     m_pairs.Append(
-        tlvn::GuardMemory([&] { return std::make_unique<CSettingDataPair>(name, value); }), hash);
+        tlvn::GuardMemory([&] { return std::make_unique<CSettingDataPair>(name, value, borrow); }),
+        hash);
     return 0;
 }
 

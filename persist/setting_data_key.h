@@ -7,17 +7,32 @@
 
 #include "persist/named_list.h"
 
+// A value that comes from a file stays in the file's image, which outlives the pair, until
+// somebody asks for it as a string.
 class TLVN_API CSettingDataPair {
 public:
-    CSettingDataPair(std::string_view name, tlvn::WStringView value);
+    // With `borrow`, the characters of the value live longer than the pair and are not copied.
+    CSettingDataPair(std::string_view name, tlvn::WStringView value, bool borrow);
 
     const CString& GetName() const { return m_name; }
-    const CStringW& GetValue() const { return m_value; }
-    void SetValue(tlvn::WStringView value);
+    const CStringW& GetValue() const
+    {
+        if (m_borrowed.data() != nullptr)
+            CopyBorrowed();
+        return m_value;
+    }
+    tlvn::WStringView GetValueView() const
+    {
+        return m_borrowed.data() != nullptr ? m_borrowed : tlvn::ViewOf(m_value);
+    }
+    void SetValue(tlvn::WStringView value, bool borrow);
 
 private:
+    void CopyBorrowed() const;
+
     CString m_name; // fixed: the key's table depends on it
-    CStringW m_value;
+    mutable CStringW m_value;
+    mutable tlvn::WStringView m_borrowed; // the value while it is not null
 };
 
 class TLVN_API CSettingDataKey {
@@ -34,8 +49,9 @@ public:
 
     // The pair of that name, or null.
     CSettingDataPair* Find(std::string_view name) const;
-    // Replaces the value of a pair and returns 1, or appends a new pair and returns 0.
-    int SetAt(std::string_view name, tlvn::WStringView value);
+    // Replaces the value of a pair and returns 1, or appends a new pair and returns 0. With
+    // `borrow`, the characters of the value live longer than the key and are not copied.
+    int SetAt(std::string_view name, tlvn::WStringView value, bool borrow = false);
     void RemoveAt(int index);
     // 1 when there was such a pair.
     int Remove(std::string_view name);

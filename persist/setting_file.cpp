@@ -156,6 +156,7 @@ int CSettingData::LoadFile(const char* path)
     }
     if (loaded == 0) {
         m_keys.RemoveAll();
+        m_image.reset();
         m_updated = 0;
     }
     m_loaded = loaded;
@@ -164,7 +165,8 @@ int CSettingData::LoadFile(const char* path)
 
 int CSettingData::ReadFile(const char* path)
 {
-    WipedBuffer text(IsEnciphered());
+    m_image = tlvn::GuardMemory([&] { return std::make_unique<WipedBuffer>(IsEnciphered()); });
+    CBuffer& text = *m_image;
     const tlvn::FileResult result = ReadWholeFile(path, text);
     if (!result) {
         SetFileError(result, path);

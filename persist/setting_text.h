@@ -30,7 +30,8 @@ struct SettingTextResult {
 };
 
 // Appends what is in `text` to `keys`. Of several pairs of one name the last wins, keys of one
-// name are merged. Lines may end in CR or LF alone; empty ones count for nothing. After a
+// name are merged. The text has to outlive the keys, or the values that are still what they were
+// in it. Lines may end in CR or LF alone; empty ones count for nothing. After a
 // failure `keys` holds what came before it.
 TLVN_API SettingTextResult ReadSettingText(WStringView text, SettingKeyList& keys);
 

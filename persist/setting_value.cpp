@@ -203,7 +203,7 @@ int CSettingData::GetValue(const char* key, const char* name, int& out) const
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    out = ToNumber<int>(ViewOf(pair->GetValue()));
+    out = ToNumber<int>(pair->GetValueView());
     return 1;
 }
 
@@ -212,7 +212,7 @@ int CSettingData::GetValue(const char* key, const char* name, DWORD& out) const
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    out = ToNumber<DWORD>(ViewOf(pair->GetValue()));
+    out = ToNumber<DWORD>(pair->GetValueView());
     return 1;
 }
 
@@ -221,7 +221,7 @@ int CSettingData::GetValue(const char* key, const char* name, INT64& out) const
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    out = ToNumber<INT64>(ViewOf(pair->GetValue()));
+    out = ToNumber<INT64>(pair->GetValueView());
     return 1;
 }
 
@@ -233,7 +233,7 @@ int CSettingData::GetValue(const char* key, const char* name, CRect& out) const
     // Numbers that are missing are 0, those beyond the fourth count for nothing.
     int numbers[kRectNumbers] = {};
     int count = 0;
-    Split(ViewOf(pair->GetValue()), kNumberSeparator, [&](WStringView part) {
+    Split(pair->GetValueView(), kNumberSeparator, [&](WStringView part) {
         if (count < kRectNumbers)
             numbers[count++] = ToNumber<int>(part);
     });
@@ -246,7 +246,7 @@ int CSettingData::GetValue(const char* key, const char* name, CUIntArray& out) c
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    ToNumbers(ViewOf(pair->GetValue()), out);
+    ToNumbers(pair->GetValueView(), out);
     return 1;
 }
 
@@ -255,7 +255,7 @@ int CSettingData::GetValue(const char* key, const char* name, CArray<int, int>& 
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    ToNumbers(ViewOf(pair->GetValue()), out);
+    ToNumbers(pair->GetValueView(), out);
     return 1;
 }
 
@@ -265,7 +265,7 @@ int CSettingData::GetValue(const char* key, const char* name, CStringArray& out)
     if (pair == nullptr)
         return 0;
     out.RemoveAll();
-    Split(ViewOf(pair->GetValue()), kTextSeparator,
+    Split(pair->GetValueView(), kTextSeparator,
           [&](WStringView part) { out.Add(CString(tlvn::ToString(part))); });
     return 1;
 }
@@ -275,7 +275,7 @@ int CSettingData::GetHexValue(const char* key, const char* name, DWORD& out) con
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    WStringView text = ViewOf(pair->GetValue());
+    WStringView text = pair->GetValueView();
     if (text.size() >= 2 && text[0] == '0' && (text[1] | 0x20) == 'x')
         text.remove_prefix(2);
     std::uint64_t value = 0;

@@ -82,7 +82,8 @@ INT64 UsualSize(const SettingKeyList& keys)
         units += key.GetName().GetLength() + 4;
         for (int k = 0; k < key.GetPairs().GetSize(); ++k) {
             const CSettingDataPair& pair = *key.GetPairs()[k];
-            units += INT64{pair.GetName().GetLength()} + pair.GetValue().GetLength() + 3;
+            units += INT64{pair.GetName().GetLength()} +
+                     static_cast<INT64>(pair.GetValueView().size()) + 3;
         }
     }
     return units * static_cast<INT64>(sizeof(WCHAR));
@@ -112,7 +113,7 @@ void WriteSettingText(const SettingKeyList& keys, CBuffer& out)
                 const CSettingDataPair& pair = *key.GetPairs()[k];
                 writer.AddEscaped(writer.Widen(pair.GetName()), kSpecialInName);
                 writer.Add(TW("="));
-                writer.AddEscaped(ViewOf(pair.GetValue()), kSpecial);
+                writer.AddEscaped(pair.GetValueView(), kSpecial);
                 writer.Add(kLineEnd);
             }
         }
