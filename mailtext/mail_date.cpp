@@ -207,14 +207,27 @@ struct ZoneText {
     int minutes;
 };
 
-CString Narrowed(const WString& text)
+// Locales write no-break blanks, which the code page need not have, where a blank does.
+CString Narrowed(WString text)
 {
+    std::replace(text.begin(), text.end(), TW('\x202F'), TW(' '));
+    std::replace(text.begin(), text.end(), TW('\x00A0'), TW(' '));
     const std::string narrow = NarrowText(text);
     return CString(narrow.data(), static_cast<int>(narrow.size()));
 }
 
+// The years that the system's calendar has; beyond them a formatter shows another date.
+bool HasCalendarDate(INT64 time)
+{
+    std::tm local;
+    return ToLocalTime(time, local) && local.tm_year >= 1601 - 1900 &&
+           local.tm_year <= 30827 - 1900;
+}
+
 bool FormatDate(INT64 time, const char* format, CString& out)
 {
+    if (!HasCalendarDate(time))
+        return false;
     WString text;
     const WString wideFormat = WidenText(format == nullptr ? "" : format);
     if (!FormatLocalDate(time, format == nullptr ? nullptr : wideFormat.c_str(), text))
@@ -225,6 +238,8 @@ bool FormatDate(INT64 time, const char* format, CString& out)
 
 bool FormatTime(INT64 time, const char* format, CString& out)
 {
+    if (!HasCalendarDate(time))
+        return false;
     WString text;
     const WString wideFormat = WidenText(format == nullptr ? "" : format);
     if (!FormatLocalTime(time, format == nullptr ? nullptr : wideFormat.c_str(), text))

@@ -2,6 +2,7 @@
 
 #include "platform/multibyte.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -131,6 +132,10 @@ int DecodeUuencodeBegin(const char* line, CStringA* mode, CStringA* name)
 
 int DecodeUuencode(const char* text, CStringA* mode, CStringA* name, CBuffer* out)
 {
+    if (mode != nullptr)
+        mode->Empty();
+    if (name != nullptr)
+        name->Empty();
     if (out != nullptr)
         out->Empty();
     if (text == nullptr || *text == '\0')
@@ -183,7 +188,9 @@ void EncodeUuencode(const char* mode, const char* name, const unsigned char* dat
                              sizeof(kTrailer) - 1;
     if (size > INT_MAX - 64)
         AfxThrowMemoryException();
-    char* const start = out.GetBuffer(static_cast<int>(size));
+    const std::size_t reserved =
+        std::min<std::size_t>(2 * static_cast<std::size_t>(len), INT_MAX - 64);
+    char* const start = out.GetBuffer(static_cast<int>(std::max(size, reserved)));
     char* o = PutText(start, kBegin, kBeginLength);
     o = PutText(o, mode, modeLength);
     *o++ = ' ';

@@ -176,10 +176,14 @@ TEST(MailDate, ShowsTimesInTheLocale)
     EXPECT_STREQ(out, " --");
     GetLocalDateText(CTime(-1), out, sizeof out);
     EXPECT_STREQ(out, " --");
+    // A formatter would show the last date it knows instead.
+    GetLocalDateText(CTime(67767976233532799), out, sizeof out);
+    EXPECT_STREQ(out, " --");
     GetLocalDateText(t, out, sizeof out);
     EXPECT_NE(std::string(out).find('5'), std::string::npos) << out;
     GetLocalTimeText(t, nullptr, nullptr, out, sizeof out);
     EXPECT_NE(std::string(out).find("20"), std::string::npos) << out;
+    EXPECT_EQ(std::string(out).find('?'), std::string::npos) << out;
     EXPECT_EQ(GetLocalDateText(t, nullptr, 10), nullptr);
     out[0] = 'x';
     GetLocalDateText(t, out, 0);

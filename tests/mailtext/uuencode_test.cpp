@@ -88,6 +88,16 @@ TEST(Uuencode, Decodes)
     EXPECT_STREQ(name, "x");
 }
 
+TEST(Uuencode, EmptiesItsOutputsFirst)
+{
+    for (const char* text : {"", "\r\n"}) {
+        CStringA mode("left"), name("over");
+        CBuffer out("!");
+        EXPECT_EQ(DecodeUuencode(text, &mode, &name, &out), *text == '\0' ? 1 : 0);
+        EXPECT_TRUE(mode.IsEmpty() && name.IsEmpty() && out.IsEmpty());
+    }
+}
+
 TEST(Uuencode, RandomDataSurvivesTheRoundTrip)
 {
     std::mt19937 random(9);
