@@ -185,8 +185,9 @@ public:
     // Gives the items away, in order.
     std::vector<std::unique_ptr<Item>> TakeAll()
     {
-        std::vector<std::unique_ptr<Item>> items =
-            GuardMemory([&] { return std::vector<std::unique_ptr<Item>>(m_items.GetSize()); });
+        std::vector<std::unique_ptr<Item>> items = GuardMemory([&] {
+            return std::vector<std::unique_ptr<Item>>(static_cast<std::size_t>(m_items.GetSize()));
+        });
         for (std::size_t i = 0; i < items.size(); ++i)
             items[i].reset(m_items[static_cast<int>(i)]);
         m_items.RemoveAll();
