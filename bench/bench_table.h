@@ -26,6 +26,13 @@ public:
     void Growth(const std::string& what, const std::vector<int>& sizes,
                 const std::function<Run(int size)>& prepare, int rounds = 5);
 
+    // A row of figures that were measured otherwise.
+    void Add(const std::string& what, const std::string& ours, const std::string& peerName,
+             const std::string& peer, const std::string& ratio)
+    {
+        m_rows.push_back({what, ours, peerName, peer, ratio});
+    }
+
     void Print() const;
 
 private:

@@ -21,6 +21,8 @@ TLVN_API void ConvertJisToSJis(const char* text, int len, CBuffer& out);
 // Writes ESC $ B, ESC ( I and ESC ( B only; every line, and the whole, ends in ASCII.
 TLVN_API void ConvertSJisToJis(const char* text, int len, CBuffer& out);
 
+// Accepts JIS X 0208 in two bytes and half-width katakana behind the single shift 8E; copies
+// anything else.
 TLVN_API void ConvertEucToSJis(const char* text, int len, CBuffer& out);
 
 // Half-width katakana are written behind the single shift 8E.

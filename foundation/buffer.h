@@ -83,6 +83,7 @@ public:
     // Cuts the content to n bytes. Returns 1, or 0 when n is not within the length.
     int Truncate(int n);
 
+    // Replaces the content by the other's.
     void CopyFrom(const CBuffer& other);
     // Takes over the other's storage and increment size, leaving it without storage.
     void MoveFrom(CBuffer& src);
@@ -111,6 +112,8 @@ public:
     // The content, or an empty text when there is no storage; never null.
     operator const char*() const;
 
+    // Replace the content, or append to it: a buffer, a text up to its terminator (null is none),
+    // one character (of UTF-16 two bytes), the content of a string.
     CBuffer& operator=(const CBuffer& other);
     CBuffer& operator=(const char* s);
     CBuffer& operator=(const WCHAR* s);

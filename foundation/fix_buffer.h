@@ -19,12 +19,14 @@ public:
 
     CFixBuffer& operator=(const CFixBuffer& other);
 
+    // Gives the storage back.
     void AllocFree();
 
     // Takes the content of src, which is left without storage. The block is taken over as it
     // stands, except where its length calls for the other allocator: then it is copied.
     void MoveFrom(CBuffer& src);
 
+    // In bytes.
     int GetLength() const { return m_length; }
     int IsEmpty() const { return m_length == 0; }
     // The content, or an empty text; never null.

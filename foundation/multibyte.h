@@ -28,6 +28,7 @@ TLVN_API int IsTLead(const WCHAR* s, int i, int len);
 // a page without double-byte characters; a Unicode type and CT_UNKNOWN change nothing.
 class TLVN_API CApplyLocale {
 public:
+    // Until the end of the scope.
     explicit CApplyLocale(CodeType codeType);
     ~CApplyLocale();
     CApplyLocale(const CApplyLocale&) = delete;

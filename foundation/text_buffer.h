@@ -16,9 +16,11 @@ public:
     ~CTextBuffer() override;
     using CBuffer::operator=;
 
+    // The code type is CT_ASCII then.
     void Empty();
     int IsEmpty() const { return CBuffer::IsEmpty(); }
 
+    // Of the text; setting it converts nothing.
     CodeType GetCodeType() const { return m_codeType; }
     void SetCodeType(CodeType codeType) { m_codeType = codeType; }
 
@@ -33,8 +35,10 @@ public:
     CTextFixBuffer& operator=(const CTextFixBuffer& other);
     ~CTextFixBuffer();
 
+    // The code type is CT_ASCII then.
     void AllocFree();
 
+    // Of the text; setting it converts nothing.
     CodeType GetCodeType() const { return m_codeType; }
     void SetCodeType(CodeType codeType) { m_codeType = codeType; }
 
@@ -50,10 +54,12 @@ public:
     ~CtStringW();
     using CStringW::operator=;
 
+    // The code type is CT_ASCII then.
     void Empty();
     // Asks for characters only; the tag plays no part.
     int IsEmpty() const { return CStringW::IsEmpty() ? 1 : 0; }
 
+    // Of the text; setting it converts nothing.
     CodeType GetCodeType() const { return m_codeType; }
     void SetCodeType(CodeType codeType) { m_codeType = codeType; }
 

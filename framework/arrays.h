@@ -27,6 +27,7 @@ class CArray : public CObject {
 public:
     CArray() = default;
 
+    // Elements in the array.
     int GetSize() const { return static_cast<int>(m_items.size()); }
     int GetCount() const { return GetSize(); }
     BOOL IsEmpty() const { return m_items.empty(); }
@@ -50,6 +51,7 @@ public:
         tlvn::GuardMemory([&] { m_items.shrink_to_fit(); });
     }
 
+    // The index is not checked.
     const TYPE& GetAt(int index) const { return m_items[static_cast<std::size_t>(index)]; }
     TYPE& GetAt(int index) { return m_items[static_cast<std::size_t>(index)]; }
     TYPE& ElementAt(int index) { return m_items[static_cast<std::size_t>(index)]; }

@@ -29,8 +29,10 @@ public:
     // Deletes a context that it made or that was attached to it.
     ~CDC() override;
 
+    // The system's context; null for none.
     HDC m_hDC = nullptr;
 
+    // The handle; taking one over, and giving it back to the caller's care.
     HDC GetSafeHdc() const { return m_hDC; }
     operator HDC() const { return m_hDC; }
     BOOL Attach(HDC dc);
@@ -54,6 +56,7 @@ public:
     HGDIOBJ SelectObject(HGDIOBJ object) { return ::SelectObject(m_hDC, object); }
     CGdiObject* SelectStockObject(int index);
 
+    // What the system keeps for drawing. Setting gives what was before.
     COLORREF SetTextColor(COLORREF color) { return ::SetTextColor(m_hDC, color); }
     COLORREF GetTextColor() const { return ::GetTextColor(m_hDC); }
     COLORREF SetBkColor(COLORREF color) { return ::SetBkColor(m_hDC, color); }
@@ -66,6 +69,8 @@ public:
     CPoint SetViewportOrg(int x, int y);
     CPoint GetViewportOrg() const;
 
+    // The part that can be drawn on, in logical units. The results are those of the system:
+    // NULLREGION, SIMPLEREGION, COMPLEXREGION or ERROR.
     int SelectClipRgn(CRgn* region);
     int IntersectClipRect(const RECT* rect);
     int IntersectClipRect(int left, int top, int right, int bottom)
@@ -76,6 +81,7 @@ public:
     int GetClipBox(RECT* rect) const { return ::GetClipBox(m_hDC, rect); }
     BOOL RectVisible(const RECT* rect) const { return ::RectVisible(m_hDC, rect); }
 
+    // Of the selected font, in pixels.
     BOOL GetTextMetrics(TEXTMETRICW* metrics) const { return ::GetTextMetricsW(m_hDC, metrics); }
     BOOL GetTextMetrics(TEXTMETRICA* metrics) const;
     // Width and height of a text. Zero for a negative length.
@@ -96,6 +102,7 @@ public:
         return ::GetCharWidth32W(m_hDC, first, last, widths);
     }
 
+    // Draw a text, its length in bytes or units, at the position that the alignment says.
     BOOL TextOut(int x, int y, LPCSTR text, int length);
     BOOL TextOut(int x, int y, const CStringA& text);
     BOOL TextOut(int x, int y, LPCWSTR text, int length);
@@ -109,6 +116,7 @@ public:
         return ::ExtTextOutW(m_hDC, x, y, options, rect, text, length, advances);
     }
 
+    // Rectangles without their right and bottom edges.
     void FillRect(const RECT* rect, CBrush* brush);
     void FrameRect(const RECT* rect, CBrush* brush);
     void InvertRect(const RECT* rect) { ::InvertRect(m_hDC, rect); }
@@ -156,12 +164,15 @@ private:
 class TLVN_API CPaintDC : public CDC {
     DECLARE_DYNAMIC(CPaintDC)
 public:
+    // Begins to paint; the end of the object ends it.
     explicit CPaintDC(CWnd* window);
     ~CPaintDC() override;
 
+    // What is to be painted.
     PAINTSTRUCT m_ps;
 
 protected:
+    // The window.
     HWND m_hWnd;
 };
 
@@ -169,10 +180,12 @@ protected:
 class TLVN_API CClientDC : public CDC {
     DECLARE_DYNAMIC(CClientDC)
 public:
+    // Released at the end of the object.
     explicit CClientDC(CWnd* window);
     ~CClientDC() override;
 
 protected:
+    // The window; null for the screen.
     HWND m_hWnd;
 };
 
@@ -180,9 +193,11 @@ protected:
 class TLVN_API CWindowDC : public CDC {
     DECLARE_DYNAMIC(CWindowDC)
 public:
+    // Released at the end of the object.
     explicit CWindowDC(CWnd* window);
     ~CWindowDC() override;
 
 protected:
+    // The window; null for the screen.
     HWND m_hWnd;
 };

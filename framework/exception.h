@@ -27,9 +27,11 @@ public:
     // written). `helpId`, when not null, receives 0.
     virtual BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr);
 
+    // Releases the object, unless it is one to be left alone.
     void Delete();
 
 protected:
+    // Whether Delete does anything.
     BOOL m_bAutoDelete = TRUE;
 };
 
@@ -40,6 +42,7 @@ public:
     BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr) override;
 
 protected:
+    // The number of the message is that of the string table.
     CSimpleException(BOOL autoDelete, UINT messageId)
         : CException(autoDelete), m_messageId(messageId)
     {}
@@ -52,6 +55,7 @@ private:
 class TLVN_API CMemoryException : public CSimpleException {
     DECLARE_DYNAMIC(CMemoryException)
 public:
+    // For Delete, see CException.
     explicit CMemoryException(BOOL autoDelete = TRUE);
 };
 
@@ -59,6 +63,7 @@ public:
 class TLVN_API CNotSupportedException : public CSimpleException {
     DECLARE_DYNAMIC(CNotSupportedException)
 public:
+    // For Delete, see CException.
     explicit CNotSupportedException(BOOL autoDelete = TRUE);
 };
 
@@ -66,9 +71,11 @@ public:
 class TLVN_API CInvalidArgException : public CSimpleException {
     DECLARE_DYNAMIC(CInvalidArgException)
 public:
+    // For Delete, see CException.
     explicit CInvalidArgException(BOOL autoDelete = TRUE);
 };
 
+// Throw an exception of the class.
 [[noreturn]] TLVN_API void AfxThrowMemoryException();
 [[noreturn]] TLVN_API void AfxThrowNotSupportedException();
 [[noreturn]] TLVN_API void AfxThrowInvalidArgException();

@@ -21,14 +21,18 @@ struct CFileStatus {
     CTime m_ctime; // created; the last change of status where that is not kept
     CTime m_mtime; // modified
     CTime m_atime; // accessed
+    // In bytes.
     ULONGLONG m_size = 0;
     BYTE m_attribute = 0; // CFile::Attribute bits
+    // The path.
     CString m_szFullName;
 };
 
+// A file that is closed with its object.
 class TLVN_API CFile : public CObject {
     DECLARE_DYNAMIC(CFile)
 public:
+    // One mode and one way of sharing, with any of the others.
     enum OpenFlags : UINT {
         modeRead = 0x0000,
         modeWrite = 0x0001,
@@ -44,8 +48,10 @@ public:
         typeText = 0x4000,       // without effect, like typeBinary
         typeBinary = 0x8000,
     };
+    // What an offset is counted from.
     enum SeekPosition : UINT { begin = 0, current = 1, end = 2 };
 
+    // Bits of CFileStatus::m_attribute.
     enum Attribute : BYTE { normal = 0x00, readOnly = 0x01, directory = 0x10 };
 
     CFile() = default;

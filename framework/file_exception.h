@@ -9,6 +9,7 @@
 class TLVN_API CFileException : public CException {
     DECLARE_DYNAMIC(CFileException)
 public:
+    // What went wrong.
     enum Cause {
         none,
         genericException,
@@ -28,6 +29,7 @@ public:
         generic = genericException,
     };
 
+    // `fileName` (null for none) goes into the message.
     explicit CFileException(int cause = none, LONG osError = -1, const char* fileName = nullptr);
 
     // A sentence for the cause that names the file.
@@ -37,8 +39,10 @@ public:
     static int OsErrorToException(LONG osError);
     [[noreturn]] static void ThrowOsError(LONG osError, const char* fileName = nullptr);
 
+    // One of Cause, and the file's name, which may be empty.
     int m_cause;
     LONG m_lOsError; // -1 when there is none
+    // May be empty.
     CString m_strFileName;
 };
 
@@ -46,6 +50,7 @@ public:
 class TLVN_API CArchiveException : public CException {
     DECLARE_DYNAMIC(CArchiveException)
 public:
+    // What went wrong.
     enum Cause {
         none,
         genericException,
@@ -58,14 +63,18 @@ public:
         generic = genericException,
     };
 
+    // `fileName` (null for none) goes into the message.
     explicit CArchiveException(int cause = none, const char* fileName = nullptr);
 
     BOOL GetErrorMessage(char* buffer, UINT max, UINT* helpId = nullptr) override;
 
+    // One of Cause, and the file's name, which may be empty.
     int m_cause;
+    // May be empty.
     CString m_strFileName;
 };
 
+// Throw an exception of the class, made of the arguments.
 [[noreturn]] TLVN_API void AfxThrowFileException(int cause, LONG osError = -1,
                                                  const char* fileName = nullptr);
 [[noreturn]] TLVN_API void AfxThrowArchiveException(int cause, const char* fileName = nullptr);

@@ -22,8 +22,10 @@ public:
     CGdiObject() = default;
     ~CGdiObject() override;
 
+    // The system's object; null for none.
     HGDIOBJ m_hObject = nullptr;
 
+    // The handle, also of no object.
     HGDIOBJ GetSafeHandle() const { return m_hObject; }
     // Takes over a handle; Detach gives it back to the caller's care.
     BOOL Attach(HGDIOBJ object);
@@ -38,6 +40,7 @@ public:
     static CGdiObject* FromHandle(HGDIOBJ object);
 
 protected:
+    // Attaches what the system made; FALSE for null.
     BOOL AttachCreated(HGDIOBJ object);
 
 private:
@@ -48,8 +51,10 @@ private:
 class TLVN_API CFont : public CGdiObject {
     DECLARE_DYNAMIC(CFont)
 public:
+    // The handle.
     operator HFONT() const { return static_cast<HFONT>(m_hObject); }
 
+    // A font of that description.
     BOOL CreateFontIndirect(const LOGFONTW* font);
     BOOL CreateFontIndirect(const LOGFONTA* font);
     // A font of `tenthPoints` tenths of a point on the device, or on the screen when it is null.
@@ -57,6 +62,7 @@ public:
     int GetLogFont(LOGFONTW* font) const;
     int GetLogFont(LOGFONTA* font) const;
 
+    // The object attached to the handle, or a temporary one.
     static CFont* FromHandle(HFONT font);
 };
 
@@ -64,6 +70,7 @@ class TLVN_API CBrush : public CGdiObject {
     DECLARE_DYNAMIC(CBrush)
 public:
     CBrush() = default;
+    // A brush of one colour.
     explicit CBrush(COLORREF color) { CreateSolidBrush(color); }
     operator HBRUSH() const { return static_cast<HBRUSH>(m_hObject); }
     BOOL CreateSolidBrush(COLORREF color);
@@ -73,6 +80,7 @@ class TLVN_API CPen : public CGdiObject {
     DECLARE_DYNAMIC(CPen)
 public:
     CPen() = default;
+    // A pen of a style of the system (PS_SOLID, ...), so many pixels wide.
     CPen(int style, int width, COLORREF color) { CreatePen(style, width, color); }
     operator HPEN() const { return static_cast<HPEN>(m_hObject); }
     BOOL CreatePen(int style, int width, COLORREF color);
@@ -81,6 +89,7 @@ public:
 class TLVN_API CBitmap : public CGdiObject {
     DECLARE_DYNAMIC(CBitmap)
 public:
+    // The handle.
     operator HBITMAP() const { return static_cast<HBITMAP>(m_hObject); }
     BOOL CreateCompatibleBitmap(CDC* dc, int width, int height); // pixels
 };
@@ -88,6 +97,7 @@ public:
 class TLVN_API CRgn : public CGdiObject {
     DECLARE_DYNAMIC(CRgn)
 public:
+    // The handle, and making regions of rectangles.
     operator HRGN() const { return static_cast<HRGN>(m_hObject); }
     BOOL CreateRectRgn(int left, int top, int right, int bottom);
     BOOL CreateRectRgnIndirect(const RECT* rect);

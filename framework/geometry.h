@@ -12,6 +12,7 @@
 class CSize : public SIZE {
 public:
     constexpr CSize() noexcept : SIZE{0, 0} {}
+    // --- widths and heights, added and compared one by one ---
     constexpr CSize(int width, int height) noexcept : SIZE{width, height} {}
     constexpr CSize(const SIZE& size) noexcept : SIZE(size) {}
 
@@ -31,6 +32,7 @@ public:
 class CPoint : public POINT {
 public:
     constexpr CPoint() noexcept : POINT{0, 0} {}
+    // --- coordinates, added and compared one by one ---
     constexpr CPoint(int px, int py) noexcept : POINT{px, py} {}
     constexpr CPoint(const POINT& point) noexcept : POINT(point) {}
     // The coordinates of a mouse message: signed 16-bit x below, y above.
@@ -60,6 +62,7 @@ public:
 class CRect : public RECT {
 public:
     constexpr CRect() noexcept : RECT{0, 0, 0, 0} {}
+    // --- making rectangles of edges, or of a corner and a size ---
     constexpr CRect(int l, int t, int r, int b) noexcept : RECT{l, t, r, b} {}
     constexpr CRect(const RECT& rect) noexcept : RECT(rect) {}
     constexpr explicit CRect(const RECT* rect) noexcept : RECT(*rect) {}
@@ -70,6 +73,7 @@ public:
         : RECT{topLeft.x, topLeft.y, bottomRight.x, bottomRight.y}
     {}
 
+    // --- measures and corners ---
     constexpr int Width() const noexcept { return right - left; }
     constexpr int Height() const noexcept { return bottom - top; }
     constexpr CSize Size() const noexcept { return {Width(), Height()}; }

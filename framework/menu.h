@@ -18,8 +18,10 @@ public:
     CMenu() = default;
     ~CMenu() override;
 
+    // The system's menu; null for none.
     HMENU m_hMenu = nullptr;
 
+    // The handle; taking one over, and giving it back to the caller's care.
     HMENU GetSafeHmenu() const { return m_hMenu; }
     operator HMENU() const { return m_hMenu; }
     BOOL Attach(HMENU menu);
@@ -27,6 +29,7 @@ public:
     // The object attached to the menu, or a temporary one (see handle_map.h).
     static CMenu* FromHandle(HMENU menu);
 
+    // A menu bar, a popup menu, and the end of either; FALSE when the system refuses.
     BOOL CreateMenu();
     BOOL CreatePopupMenu();
     BOOL DestroyMenu();

@@ -97,6 +97,9 @@ protected:                                                                      
 #define ON_WM_DESTROY() TLVN_ON_WM(WM_DESTROY, self.OnDestroy())
 #define ON_WM_NCDESTROY() TLVN_ON_WM(WM_NCDESTROY, self.OnNcDestroy())
 #define ON_WM_CLOSE() TLVN_ON_WM(WM_CLOSE, self.OnClose())
+#define ON_WM_QUERYENDSESSION()                                                                    \
+    TLVN_ON_WM(WM_QUERYENDSESSION, call.result = self.OnQueryEndSession())
+#define ON_WM_ENDSESSION() TLVN_ON_WM(WM_ENDSESSION, self.OnEndSession(call.wParam != 0))
 #define ON_WM_PAINT() TLVN_ON_WM(WM_PAINT, self.OnPaint())
 #define ON_WM_ERASEBKGND()                                                                         \
     TLVN_ON_WM(WM_ERASEBKGND, ::tlvn::BorrowedDC dc(reinterpret_cast<HDC>(call.wParam));           \

@@ -18,6 +18,7 @@ class CObject;
 
 // What is known of a class at run time. One object per class, for the life of the process.
 struct TLVN_API CRuntimeClass {
+    // The class's name.
     const char* m_lpszClassName;
     int m_nObjectSize;                     // in bytes
     CObject* (*m_pfnCreateObject)();       // null when the class cannot be made by name
@@ -30,12 +31,14 @@ struct TLVN_API CRuntimeClass {
     BOOL IsDerivedFrom(const CRuntimeClass* base) const;
 };
 
+// Has run-time class information and is not copied.
 class TLVN_API CObject {
 public:
     virtual ~CObject();
     CObject(const CObject&) = delete;
     CObject& operator=(const CObject&) = delete;
 
+    // What is known of this class, and of the object's.
     static CRuntimeClass* GetThisClass();
     virtual CRuntimeClass* GetRuntimeClass() const;
     // Nonzero when the object is of `runtimeClass` or of a class derived from it.
@@ -47,6 +50,7 @@ protected:
 
 namespace tlvn {
 
+// The object as a T; null when it is none.
 template <class T>
 T* DynamicDowncast(CObject* object)
 {

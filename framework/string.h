@@ -28,6 +28,7 @@
 template <typename Char>
 class CStringT {
 public:
+    // The text's characters, and those of the other width.
     using XCHAR = Char;
     using YCHAR = std::conditional_t<std::is_same_v<Char, char>, WCHAR, char>;
     using PXSTR = XCHAR*;
@@ -38,6 +39,7 @@ public:
     CStringT() = default;
     CStringT(const CStringT& other) : m_text(Copied(other.View_())) {}
     CStringT(CStringT&& other) noexcept : m_text(std::move(other.m_text)) { other.m_text.clear(); }
+    // A text up to its terminator; null is the empty one.
     CStringT(PCXSTR text) : m_text(Copied(ViewOf(text))) {}
     // Converted by the multibyte code page.
     CStringT(PCYSTR text) : m_text(Converted(text)) {}
@@ -72,6 +74,8 @@ public:
         }
         return *this;
     }
+    // A text up to its terminator (null is the empty one), a text of the other width, which is
+    // converted, or one character.
     CStringT& operator=(PCXSTR text)
     {
         Assign(ViewOf(text));
@@ -97,6 +101,7 @@ public:
         return *this;
     }
 
+    // In bytes or UTF-16 units.
     int GetLength() const { return static_cast<int>(m_text.size()); }
     BOOL IsEmpty() const { return m_text.empty(); }
     // Gives the storage back, too.
@@ -123,6 +128,7 @@ public:
     XCHAR operator[](int index) const { return m_text.c_str()[index]; }
     void SetAt(int index, XCHAR c) { m_text[static_cast<std::size_t>(index)] = c; }
 
+    // The text, terminated, good until the next operation.
     operator PCXSTR() const { return m_text.c_str(); }
     PCXSTR GetString() const { return m_text.c_str(); }
     View GetView() const { return m_text; }
@@ -152,6 +158,7 @@ public:
     }
     void ReleaseBufferSetLength(int length) { ReleaseBuffer(length < 0 ? 0 : length); }
 
+    // --- replacing and appending; the arguments may be parts of the text itself ---
     void SetString(PCXSTR text) { Assign(ViewOf(text)); }
     void SetString(PCXSTR text, int length) { Assign(ViewOf(text, length)); }
     void Append(PCXSTR text) { AppendView(ViewOf(text)); }
@@ -288,6 +295,7 @@ public:
         return tlvn::ReplaceInText(m_text, ViewOf(oldText), ViewOf(newText));
     }
 
+    // --- changing all characters; case folds by the code page ---
     CStringT& MakeUpper()
     {
         tlvn::UpperText(m_text.data(), GetLength());
@@ -375,6 +383,7 @@ public:
     // with that number.
     BOOL LoadString(UINT id) { return tlvn::LoadMessage(id, m_text); }
 
+    // Of a text up to its terminator; 0 for null.
     static int StringLength(PCXSTR text) { return static_cast<int>(ViewOf(text).size()); }
 
 private:
@@ -487,6 +496,7 @@ private:
     std::basic_string<Char> m_text;
 };
 
+// The narrow string, the wide one, and the one that is meant by default.
 using CStringA = CStringT<char>;
 using CStringW = CStringT<WCHAR>;
 using CString = CStringA;

@@ -16,6 +16,7 @@
 class CTimeSpan {
 public:
     constexpr CTimeSpan() noexcept = default;
+    // Parts of any sign, added up.
     constexpr CTimeSpan(INT64 seconds) noexcept : m_seconds(seconds) {}
     constexpr CTimeSpan(LONG days, int hours, int minutes, int seconds) noexcept
         : m_seconds(seconds + 60 * (minutes + 60 * (hours + INT64{24} * days)))
@@ -31,6 +32,7 @@ public:
     constexpr LONG GetSeconds() const noexcept { return static_cast<LONG>(m_seconds % 60); }
     constexpr INT64 GetTimeSpan() const noexcept { return m_seconds; }
 
+    // --- arithmetic and order, in seconds ---
     constexpr CTimeSpan operator+(CTimeSpan b) const noexcept { return m_seconds + b.m_seconds; }
     constexpr CTimeSpan operator-(CTimeSpan b) const noexcept { return m_seconds - b.m_seconds; }
     constexpr CTimeSpan& operator+=(CTimeSpan b) noexcept { return *this = *this + b; }
@@ -44,9 +46,11 @@ private:
     INT64 m_seconds = 0;
 };
 
+// A point in time.
 class CTime {
 public:
     constexpr CTime() noexcept = default;
+    // Seconds since 1970 UTC.
     constexpr CTime(INT64 time) noexcept : m_time(time) {}
     // Local time; `dst` tells whether it is daylight saving time, below 0 the zone decides.
     // Fields out of range are carried over; a time that cannot be held becomes -1.
@@ -54,6 +58,7 @@ public:
     // A time of the Windows file system (100 ns since 1601 UTC), rounded down.
     TLVN_API explicit CTime(const FILETIME& time) noexcept;
 
+    // The time now, and the seconds of this one.
     TLVN_API static CTime GetCurrentTime();
     constexpr INT64 GetTime() const noexcept { return m_time; }
 
@@ -79,6 +84,7 @@ public:
     TLVN_API CString Format(const char* format) const;
     TLVN_API CString FormatGmt(const char* format) const;
 
+    // --- arithmetic and order, in seconds ---
     constexpr CTimeSpan operator-(CTime b) const noexcept { return m_time - b.m_time; }
     constexpr CTime operator-(CTimeSpan b) const noexcept { return m_time - b.GetTimeSpan(); }
     constexpr CTime operator+(CTimeSpan b) const noexcept { return m_time + b.GetTimeSpan(); }

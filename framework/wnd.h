@@ -36,6 +36,7 @@ public:
     CWnd() = default;
     ~CWnd() override;
 
+    // The window; null before it is created and after its end.
     HWND m_hWnd = nullptr;
 
     // --- handles ---------------------------------------------------------------------------
@@ -133,8 +134,7 @@ public:
     BOOL SetMenu(CMenu* menu);
     void DrawMenuBar() { ::DrawMenuBar(m_hWnd); }
 
-    // --- focus, mouse, caret, timers
-    // --------------------------------------------------------------
+    // --- focus, mouse, caret, timers -------------------------------------------------------
     CWnd* SetFocus() { return FromHandle(::SetFocus(m_hWnd)); }
     static CWnd* GetFocus() { return FromHandle(::GetFocus()); }
     CWnd* SetActiveWindow() { return FromHandle(::SetActiveWindow(m_hWnd)); }
@@ -222,6 +222,8 @@ protected:
     afx_msg void OnDestroy();
     afx_msg void OnNcDestroy();
     afx_msg void OnClose();
+    afx_msg BOOL OnQueryEndSession(); // FALSE keeps the system from ending the session
+    afx_msg void OnEndSession(BOOL ending);
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* dc);
     afx_msg void OnSize(UINT type, int width, int height);
@@ -321,7 +323,9 @@ TLVN_API int ShowMessageBox(HWND owner, const WCHAR* text, const WCHAR* caption,
 // The CREATESTRUCTW of WM_CREATE with narrow texts.
 class TLVN_API NarrowCreateStruct {
 public:
+    // By the message's lParam.
     explicit NarrowCreateStruct(LPARAM wide);
+    // Good as long as the object.
     LPCREATESTRUCT Get() { return &m_create; }
 
 private:
@@ -329,12 +333,14 @@ private:
     std::string m_className;
     CREATESTRUCT m_create;
 };
+// The parameters of messages as handlers take them: the name of a setting, a scroll bar.
 TLVN_API std::string NarrowSetting(LPARAM text);
 TLVN_API CScrollBar* ScrollBarOf(LPARAM window);
 
 // A context that belongs to whoever sent the message.
 class TLVN_API BorrowedDC : public CDC {
 public:
+    // The context is not released.
     explicit BorrowedDC(HDC dc) { SetBorrowed(dc); }
     ~BorrowedDC() override { SetBorrowed(nullptr); }
     BorrowedDC(const BorrowedDC&) = delete;

@@ -356,6 +356,8 @@ void CWnd::OnNcDestroy()
 int CWnd::OnCreate(LPCREATESTRUCT) { return static_cast<int>(Default()); }
 void CWnd::OnDestroy() { Default(); }
 void CWnd::OnClose() { Default(); }
+BOOL CWnd::OnQueryEndSession() { return static_cast<BOOL>(Default()); }
+void CWnd::OnEndSession(BOOL) { Default(); }
 void CWnd::OnPaint() { Default(); }
 BOOL CWnd::OnEraseBkgnd(CDC*) { return static_cast<BOOL>(Default()); }
 void CWnd::OnSize(UINT, int, int) { Default(); }

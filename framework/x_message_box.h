@@ -24,6 +24,7 @@ namespace tlvn {
 
 // What a box is to show; the texts are valid during the call.
 struct ButtonBox {
+    // As the arguments of XMessageBox; `caption` is the title of the owner's top-level window.
     HWND owner;
     const WCHAR* text;
     const WCHAR* caption;

@@ -187,4 +187,18 @@ std::string NarrowText(WStringView text)
     return bytes;
 }
 
+WString Utf8ToUtf16(std::string_view utf8)
+{
+    WString wide;
+    ConvertToUtf16(kUtf8, utf8, wide);
+    return wide;
+}
+
+std::string Utf16ToUtf8(WStringView wide)
+{
+    std::string utf8;
+    ConvertFromUtf16(kUtf8, wide, utf8);
+    return utf8;
+}
+
 } // namespace tlvn

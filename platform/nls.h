@@ -73,6 +73,9 @@ constexpr bool IsSpaceW(WCHAR c)
 // Compares two texts of the multibyte code page in the order of the user's locale: below,
 // equal to or above 0.
 TLVN_API int CollateTexts(const char* a, const char* b);
+// Sets `key` to bytes that compare (as unsigned ones) with those of another text as the texts
+// do in the order of the user's locale: for sorting many texts.
+TLVN_API void MakeCollationKey(WStringView text, std::string& key);
 
 // Date and time of `time` (seconds since 1970 UTC, shown in local time) in the user's locale,
 // with a format in the letters of GetDateFormat / GetTimeFormat, or null for the locale's
@@ -83,5 +86,9 @@ TLVN_API bool FormatLocalTime(INT64 time, const WCHAR* format, WString& out);
 // Conversions by the multibyte code page, with '?' for what it cannot hold.
 TLVN_API WString WidenText(std::string_view text);
 TLVN_API std::string NarrowText(WStringView text);
+
+// Conversions between UTF-8 and UTF-16; what is invalid is replaced as above.
+TLVN_API WString Utf8ToUtf16(std::string_view utf8);
+TLVN_API std::string Utf16ToUtf8(WStringView wide);
 
 } // namespace tlvn

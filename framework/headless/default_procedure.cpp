@@ -134,6 +134,8 @@ LRESULT DefWindowProcW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
         return CopyText(window->text, wParam, lParam);
     case WM_GETTEXTLENGTH:
         return static_cast<LRESULT>(window->text.size());
+    case WM_QUERYENDSESSION:
+        return TRUE;
     case WM_CLOSE:
         DestroyWindow(handle);
         return 0;

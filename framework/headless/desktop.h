@@ -265,7 +265,7 @@ struct Desktop {
     HandleTable<HDC, DeviceContext> dcs;
     std::vector<std::unique_ptr<DeviceContext>> spareDcs;
     HGDIOBJ stock[18] = {};
-    HBRUSH sysColorBrushes[25] = {};
+    HBRUSH sysColorBrushes[27] = {};
     HBITMAP noBitmap = nullptr; // the 1 by 1 bitmap of a new memory context
 
     HandleTable<HMENU, Menu> menus;
@@ -285,6 +285,8 @@ struct Desktop {
 
     SIZE screen = {1280, 1024};
     UINT wheelLines = 3;
+    int windowDpi = 96;
+    bool highContrast = false;
     std::vector<MessageBoxRecord> messageBoxes;
     int messageBoxAnswer = 0;
     HMENU shownMenu = nullptr;

@@ -26,6 +26,8 @@ void Reset()
     ResetClipboard();
     desk.screen = {1280, 1024};
     desk.wheelLines = 3;
+    desk.windowDpi = 96;
+    desk.highContrast = false;
     desk.messageBoxes.clear();
     desk.messageBoxAnswer = 0;
     desk.shownMenu = nullptr;
@@ -132,6 +134,16 @@ void SetScreenSize(int width, int height)
 void SetWheelLines(UINT lines)
 {
     Desk().wheelLines = lines;
+}
+
+void SetWindowDpi(int dpi)
+{
+    Desk().windowDpi = dpi;
+}
+
+void SetHighContrast(bool on)
+{
+    Desk().highContrast = on;
 }
 
 void AddAcceleratorResource(const WCHAR* name, const ACCEL* entries, int count)

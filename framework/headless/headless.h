@@ -94,6 +94,9 @@ TLVN_API HMENU GetShownMenu();
 TLVN_API WString GetToolTipText(HWND toolTip, HWND owner, UINT_PTR id);
 TLVN_API void SetScreenSize(int width, int height);
 TLVN_API void SetWheelLines(UINT lines); // SPI_GETWHEELSCROLLLINES, 3 at first
+// What display_settings.h reports. No message is sent.
+TLVN_API void SetWindowDpi(int dpi);
+TLVN_API void SetHighContrast(bool on);
 // What LoadAcceleratorsW finds under the name.
 TLVN_API void AddAcceleratorResource(const WCHAR* name, const ACCEL* entries, int count);
 

@@ -6,11 +6,14 @@ namespace tlvn::headless {
 namespace {
 
 // The window's client area without what ancestors, and children when they are clipped, cover.
-Region DrawableClient(const Window& window)
+// Holds until the next call: painting again and again what has not changed allocates nothing.
+Region& DrawableClient(const Window& window)
 {
+    static Region region;
+    region.Clear();
     if (!IsWindowVisible(window.handle))
-        return {};
-    Region region(VisibleClient(window));
+        return region;
+    region.Set(VisibleClient(window));
     if ((window.style & WS_CLIPCHILDREN) != 0) {
         for (const HWND handle : window.children) {
             const Window* const child = FindWindowOf(handle);
@@ -73,7 +76,7 @@ void InvalidateWindow(Window& window, const Region* region, bool erase)
 {
     if (!IsWindowVisible(window.handle) || !window.redraw)
         return;
-    Region added = DrawableClient(window);
+    Region& added = DrawableClient(window);
     if (region != nullptr)
         added.IntersectWith(*region);
     if (!added.IsEmpty()) {
@@ -229,7 +232,7 @@ HDC BeginPaint(HWND handle, LPPAINTSTRUCT paint)
         if (window == nullptr)
             return nullptr;
     }
-    Region visible = DrawableClient(*window);
+    Region& visible = DrawableClient(*window);
     visible.IntersectWith(window->update);
     const bool erase = window->erase;
     ValidateWindow(*window, nullptr);
@@ -260,7 +263,7 @@ HDC GetDC(HWND handle)
         // The screen: to measure with; nothing drawn on it is kept.
         return handle == nullptr ? MakeDc(nullptr, {}, {}) : nullptr;
     }
-    Region visible = DrawableClient(*window);
+    Region& visible = DrawableClient(*window);
     visible.Offset(window->client.left, window->client.top);
     return MakeDc(handle, {window->client.left, window->client.top}, visible);
 }

@@ -81,6 +81,8 @@ void Region::IntersectWith(const RECT& rect)
 
 void Region::IntersectWith(const Region& other)
 {
+    if (other.m_rects.size() == 1)
+        return IntersectWith(other.m_rects.front());
     std::vector<RECT> common;
     for (const RECT& a : m_rects) {
         for (const RECT& b : other.m_rects) {

@@ -87,3 +87,9 @@ WString GetToolTipText(HWND toolTip, HWND owner, UINT_PTR id)
 }
 
 } // namespace tlvn::headless
+
+// The class is there from the start.
+BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX*)
+{
+    return TRUE;
+}

@@ -239,6 +239,9 @@ TLVN_API BOOL DestroyAcceleratorTable(HACCEL table);
 TLVN_API HACCEL LoadAcceleratorsW(HINSTANCE instance, LPCWSTR name);
 TLVN_API int TranslateAcceleratorW(HWND window, HACCEL table, LPMSG message);
 
+// Common controls
+TLVN_API BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* controls);
+
 // Clipboard and global memory
 TLVN_API BOOL OpenClipboard(HWND window);
 TLVN_API BOOL CloseClipboard();

@@ -148,6 +148,10 @@ struct TOOLINFOW {
     void* lpReserved;
 };
 
+struct INITCOMMONCONTROLSEX {
+    DWORD dwSize;
+    DWORD dwICC;
+};
 struct NMTTDISPINFOW {
     NMHDR hdr;
     LPWSTR lpszText;
@@ -311,4 +315,12 @@ struct RECONVERTSTRING {
     DWORD dwCompStrOffset;
     DWORD dwTargetStrLen;
     DWORD dwTargetStrOffset;
+};
+
+struct IMECHARPOSITION {
+    DWORD dwSize;
+    DWORD dwCharPos; // in the composition
+    POINT pt;        // of the screen
+    UINT cLineHeight;
+    RECT rcDocument;
 };

@@ -203,6 +203,30 @@ int CollateTexts(const char* a, const char* b)
                         static_cast<int>(wideB.size()));
 }
 
+void MakeCollationKey(WStringView text, std::string& key)
+{
+    key.clear();
+    const UCollator* const collator = UserCollator();
+    if (collator == nullptr) {
+        for (const WCHAR c : text) {
+            key += static_cast<char>(c >> 8);
+            key += static_cast<char>(c & 0xFF);
+        }
+        return;
+    }
+    const int length = static_cast<int>(text.size());
+    key.resize(text.size() * 4 + 16);
+    for (;;) {
+        const int size =
+            ucol_getSortKey(collator, text.data(), length, reinterpret_cast<uint8_t*>(key.data()),
+                            static_cast<int>(key.size()));
+        const bool whole = size <= static_cast<int>(key.size());
+        key.resize(static_cast<std::size_t>(size));
+        if (whole)
+            return;
+    }
+}
+
 bool FormatLocalDate(INT64 time, const WCHAR* format, WString& out)
 {
     return FormatLocal(time, format, TranslateDateRun, UDAT_SHORT, UDAT_NONE, out);

@@ -111,6 +111,24 @@ int CollateTexts(const char* a, const char* b)
     return result == 0 ? wideA.compare(wideB) : result - CSTR_EQUAL;
 }
 
+void MakeCollationKey(WStringView text, std::string& key)
+{
+    key.clear();
+    if (text.empty())
+        return;
+    const int length = static_cast<int>(text.size());
+    const auto make = [&](WCHAR* out, int size) {
+        return LCMapStringEx(LOCALE_NAME_USER_DEFAULT, LCMAP_SORTKEY, text.data(), length, out,
+                             size, nullptr, nullptr, 0);
+    };
+    // A sort key is bytes, although it is handed over as units.
+    const int size = make(nullptr, 0);
+    if (size <= 0)
+        return;
+    key.resize(static_cast<std::size_t>(size));
+    key.resize(static_cast<std::size_t>(make(reinterpret_cast<WCHAR*>(key.data()), size)));
+}
+
 bool FormatLocalDate(INT64 time, const WCHAR* format, WString& out)
 {
     return FormatFields(time, format, out, GetDateFormatW);

@@ -14,11 +14,7 @@ std::string Text(const CBuffer& buffer)
     return std::string(buffer, static_cast<std::size_t>(buffer.GetLength()));
 }
 
-struct Converted {
-    int result;
-    std::string text;
-    bool operator==(const Converted&) const = default;
-};
+using Converted = std::pair<int, std::string>;
 
 Converted Convert(CodeType from, const std::string& text, CodeType to, int drop = 0)
 {
@@ -35,21 +31,14 @@ Converted Convert(CodeType from, const std::string& text, CodeType to, int drop 
 TEST(Convert, ReportsLossExactly)
 {
     const std::tuple<CodeType, std::string, CodeType, int, Converted> cases[] = {
-        {CT_SJIS, "a\x82\xA0z", CT_SJIS, 0, {0, "a\x82\xA0z"}},
         {CT_SJIS, "a\x82\xA0z", CT_WIN1252, 0, {1, "a?z"}},
         {CT_SJIS, "a\x82\xA0z", CT_WIN1252, 1, {1, "az"}},
         {CT_SJIS, {"\0\x82\xA0", 3}, CT_WIN1252, 1, {1, {"\0", 1}}},
-        {CT_SJIS, "a\x82", CT_UTF8, 0, {1, "a\xE3\x83\xBB"}},
         {CT_SJIS, "a\x82", CT_ASCII, 0, {0, "a\x82"}},
         {CT_UTF8, "\xC3\xA9", CT_SJIS, 1, {1, "\xE9"}},
         {CT_UTF8, "\xC3\xA9", CT_SJIS, 0, {1, "?"}},
-        {CT_UTF8, "\xC3\xA9z", CT_SJIS, 1, {1, "z"}},
-        {CT_UTF8, "caf\xC3\xA9", CT_JIS, 0, {1, "caf?"}},
         {CT_JIS, "\x1B$B\x7E\x7E\x1B(B", CT_UTF8, 0, {1, "\xE3\x83\xBB"}},
-        {CT_SJIS, "", CT_UTF8, 0, {0, ""}},
-        {CT_UNICODE, "a", CT_UTF8, 0, {0, ""}},
         {CT_UNICODE, {"a\0b", 3}, CT_UTF8, 0, {0, "a"}},
-        {CT_UNKNOWN, "a", CT_UNKNOWN, 0, {0, "a"}},
     };
     for (const auto& [from, text, to, drop, expected] : cases)
         EXPECT_EQ(Convert(from, text, to, drop), expected) << testing::PrintToString(text) << to;
@@ -73,24 +62,17 @@ TEST(Convert, TellsInvalidJapaneseText)
     };
     for (const auto& [from, result, texts] : cases) {
         for (const std::string& text : texts) {
-            EXPECT_EQ(Convert(from, text, CT_UNICODE).result, result)
-                << testing::PrintToString(text);
-            EXPECT_EQ(Convert(from, text, CT_UTF8).result, result) << testing::PrintToString(text);
-            EXPECT_EQ(Convert(from, text, CT_SJIS).result, 0);
+            EXPECT_EQ(Convert(from, text, CT_UTF8).first, result) << testing::PrintToString(text);
+            EXPECT_EQ(Convert(from, text, CT_SJIS).first, 0);
         }
     }
 }
 
 TEST(Convert, OddInput)
 {
-    EXPECT_LT(Convert(CT_UNKNOWN, "a", CT_UTF8).result, 0);
-    EXPECT_LT(Convert(CT_SJIS, "a", CT_UNKNOWN).result, 0);
-    EXPECT_LT(Convert(CT_UNICODE, std::string("a\0", 2), CT_UNKNOWN).result, 0);
+    EXPECT_LT(Convert(CT_UNICODE, std::string("a\0", 2), CT_UNKNOWN).first, 0);
 
     CBuffer out("left over");
-    EXPECT_EQ(ConvertToOtherCodeType2(CT_SJIS, nullptr, 5, CT_UTF8, out, 0), 0);
-    EXPECT_TRUE(out.IsEmpty());
-
     // UTF-16 at an odd address.
     const char unaligned[] = "_\x42\x30";
     EXPECT_EQ(ConvertToOtherCodeType2(CT_UNICODE, unaligned + 1, 2, CT_SJIS, out, 0), 0);
@@ -100,43 +82,27 @@ TEST(Convert, OddInput)
                  CMemoryException*);
 }
 
+// EUC-JP and ISO-2022-JP are converted by arithmetic; a page unknown to the system copies to
+// itself.
 TEST(Convert, BetweenCodePages)
 {
-    const std::tuple<UINT, std::string, UINT, Converted> cases[] = {
-        {932, "\x82\xA0", 65001, {0, "\xE3\x81\x82"}},
-        {50220, "\x1B$B\x24\x22\x1B(B", 932, {0, "\x82\xA0"}},
-        {51932, "\xA4\xA2", 50220, {0, "\x1B$B\x24\x22\x1B(B"}},
-        {65001, "\xE3\x81\x82", 51932, {0, "\xA4\xA2"}},
-        {12345, "abc", 12345, {0, "abc"}},
-        {1252, "\xE9", 932, {1, "?"}},
-    };
-    for (const auto& [from, text, to, expected] : cases) {
-        CBuffer out;
-        const int result =
-            ConvertToOtherCodePage2(from, text.data(), static_cast<int>(text.size()), to, out, 0);
-        EXPECT_EQ((Converted{result, Text(out)}), expected) << from << " to " << to;
-    }
+    CBuffer out;
+    EXPECT_EQ(ConvertToOtherCodePage2(51932, "\xA4\xA2", 2, 50220, out, 0), 0);
+    EXPECT_EQ(Text(out), "\x1B$B\x24\x22\x1B(B");
+    EXPECT_EQ(ConvertToOtherCodePage2(12345, "abc", 3, 12345, out, 0), 0);
+    EXPECT_EQ(ConvertToOtherCodePage2(1252, "\xE9", 1, 932, out, 0), 1);
+    EXPECT_EQ(Text(out), "?");
 }
 
 TEST(ConvertToWcs, ByTheCodePageOfTheType)
 {
-    CBuffer out;
-    ConvertToWcs(CT_SJIS, "\x82\xA0", 2, out);
-    EXPECT_EQ(Text(out), "\x42\x30");
-    ConvertToWcs(CT_JIS, "\x82\xA0", 2, out); // held as Shift_JIS
-    EXPECT_EQ(Text(out), "\x42\x30");
-    ConvertToWcs(CT_UNICODE, "\x42\x30", 2, out);
-    EXPECT_EQ(Text(out), "\x42\x30");
-    EXPECT_EQ(ConvertToWcs(CT_UTF8, "\xE3\x81\x82", 3), CStringW(TW("\u3042")));
-    EXPECT_TRUE(ConvertToWcs(CT_UTF8, nullptr, 3).IsEmpty());
+    EXPECT_EQ(ConvertToWcs(CT_JIS, "\x82\xA0", 2), CStringW(TW("\u3042"))); // held as Shift_JIS
+    EXPECT_EQ(ConvertToWcs(CT_UNICODE, "\x42\x30", 2), CStringW(TW("\u3042")));
 }
 
 TEST(ConvertToEditable, BringsReceivedTextIntoItsEditForm)
 {
     CBuffer out;
-    EXPECT_EQ(ConvertToEditable(CT_UNKNOWN, "a", 1, out), 0);
-    EXPECT_EQ(ConvertToEditable(CT_EUC, "\xA4\xA2", 2, out), 1);
-    EXPECT_EQ(Text(out), "\x82\xA0");
     EXPECT_EQ(ConvertToEditable(CT_KOI8R, "\xF6", 1, out), 1);
     EXPECT_EQ(Text(out), "\xC6");
     EXPECT_EQ(ConvertToEditable(CT_UTF8, "\xE3\x81\x82", 3, out), 1);
@@ -149,8 +115,6 @@ TEST(ConvertToEditable, NarrowTextOfUnicodeIsKoreanOrShiftJis)
         {CT_UTF8, "\xE3\x81\x82", CT_SJIS, "\x82\xA0"},
         {CT_UTF8, "\xEA\xB0\x80", CT_KSC5601, "\xB0\xA1"},
         {CT_UTF8, "z\xC3\xA9", CT_SJIS, "z?"},
-        {CT_UTF8, "", CT_SJIS, ""},
-        {CT_JIS, "\x1B$B\x24\x22\x1B(B", CT_JIS, "\x82\xA0"},
         {CT_ISO8859_1, "\xE9", CT_ISO8859_1, "\xE9"},
     };
     for (const auto& [type, in, resultType, result] : cases) {
@@ -160,10 +124,6 @@ TEST(ConvertToEditable, NarrowTextOfUnicodeIsKoreanOrShiftJis)
         EXPECT_EQ(t, resultType);
         EXPECT_EQ(text, result);
     }
-    CodeType unknown = CT_UNKNOWN;
-    CStringA text = "left over";
-    EXPECT_EQ(ConvertToEditableMbs(unknown, "abc", 3, text, 0), 0);
-    EXPECT_TRUE(text.IsEmpty());
 }
 
 TEST(ConvertToEditable, FromShiftJisAndFromUnicode)
@@ -177,5 +137,4 @@ TEST(ConvertToEditable, FromShiftJisAndFromUnicode)
         EXPECT_EQ(ConvertUnicodeToCTEditable(utf16, t, out, 0), 1);
         EXPECT_EQ(out, expected) << t;
     }
-    EXPECT_EQ(ConvertUnicodeToCTEditable(utf16, CT_UNKNOWN, out, 0), 0);
 }

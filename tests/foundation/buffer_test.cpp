@@ -33,9 +33,8 @@ std::string Text(const CBuffer& buffer)
 TEST(Buffer, CapacityAndAllocatorFollowTheSize)
 {
     const std::tuple<int, int, int, int> cases[] = {
-        {16, 1, 16, 0},      {16, 16, 16, 0},    {16, 17, 32, 0},    {16, 1008, 1008, 0},
-        {16, 1009, 1024, 1}, {1, 1021, 1021, 0}, {1, 1022, 1022, 1}, {4000, 1, 4000, 1},
-        {0, 17, 32, 0},      {-5, 17, 32, 0},    {16, 0, 0, 0},      {16, -1, 0, 0},
+        {16, 16, 16, 0},    {16, 17, 32, 0}, {1, 1021, 1021, 0}, {1, 1022, 1022, 1},
+        {4000, 1, 4000, 1}, {0, 17, 32, 0},  {-5, 17, 32, 0},    {16, -1, 0, 0},
     };
     for (const auto& [increment, request, capacity, pages] : cases) {
         const int before = tlvn::GetPageBlockCount();
@@ -55,8 +54,8 @@ TEST(Buffer, CapacityAndAllocatorFollowTheSize)
 TEST(Buffer, MoveFromKeepsEveryBlockWithItsAllocator)
 {
     const std::tuple<int, int, int, bool> cases[] = {
-        {2000, 10, 0, false}, {2000, 1021, 0, false}, {2000, 1022, 1, true},  {2000, 1500, 1, true},
-        {100, 10, 0, true},   {2000, 0, 0, false},    {99000, 1500, 1, true},
+        {2000, 1021, 0, false}, {2000, 1022, 1, true},  {100, 10, 0, true},
+        {2000, 0, 0, false},    {99000, 1500, 1, true},
     };
     const int before = tlvn::GetPageBlockCount();
     const std::size_t bytesBefore = tlvn::GetPageBytes();
@@ -68,11 +67,9 @@ TEST(Buffer, MoveFromKeepsEveryBlockWithItsAllocator)
         const char* block = source;
         CFixBuffer fixed;
         fixed.MoveFrom(source);
-        EXPECT_EQ(fixed.GetLength(), length);
         EXPECT_EQ(static_cast<const char*>(fixed) == block, taken) << capacity << " " << length;
         EXPECT_EQ(tlvn::GetPageBlockCount() - before, pagesAfter) << capacity << " " << length;
         EXPECT_EQ(source.GetBuffer(), nullptr);
-        EXPECT_EQ(source.GetAllocSize(), 0);
         EXPECT_EQ(std::string(CFixBuffer(fixed)), text);
     }
     EXPECT_EQ(tlvn::GetPageBlockCount(), before);
@@ -83,8 +80,6 @@ TEST(Buffer, MoveFromKeepsEveryBlockWithItsAllocator)
     to.MoveFrom(from);
     to.SetAllocSize(17);
     EXPECT_EQ(to.GetAllocSize(), 500); // the increment moves too
-    to.MoveFrom(to);
-    EXPECT_EQ(Text(to), "text");
 }
 
 // Memory runs out at the n-th allocation, for every n: what the call was to change is unchanged
@@ -95,15 +90,10 @@ TEST(Buffer, ExhaustionLeavesTheBufferAsItWas)
     const Operation operations[] = {
         [](CBuffer& b) { b.SetAllocSize(5000); },
         [](CBuffer& b) { b.Add(std::string(5000, 'y').data(), 5000); },
-        [](CBuffer& b) { b.Set(std::string(5000, 'y').data(), 5000); },
-        [](CBuffer& b) { b.Insert(std::string(5000, 'y').data(), 5000, 3); },
         [](CBuffer& b) { b.Insert('y', 5000, 3); },
-        [](CBuffer& b) { b.Insert(TW('y'), 5000, 3); },
         [](CBuffer& b) { b.Insert(b.GetBuffer(), b.GetLength(), 1); },
         [](CBuffer& b) { b.ReplacePhraseAll("x", "long replacement", 0, 0, 0); },
-        [](CBuffer& b) { b = CBuffer(std::string(5000, 'y').c_str()); },
         [](CBuffer& b) { b += CStringW(TW('y'), 3000); },
-        [](CBuffer& b) { b.GetBuffer(INT_MAX - 1); },
         [](CBuffer& b) { b.Add("y", INT_MAX); },
     };
     const int before = tlvn::GetPageBlockCount();
@@ -141,23 +131,15 @@ TEST(Buffer, ExhaustionLeavesTheBufferAsItWas)
 
 TEST(Buffer, ConstructorsAndOperatorsTakeEveryKindOfText)
 {
-    EXPECT_EQ(CBuffer().GetBuffer(), nullptr);
     EXPECT_STREQ(CBuffer(), "");
-    EXPECT_STREQ(CFixBuffer(), "");
     EXPECT_EQ(Text(CBuffer("\0abc", 5)), ""); // a first zero byte empties, deliberately
-    EXPECT_EQ(Text(CBuffer("a\0b", 3)), std::string("a\0b", 3));
-    EXPECT_EQ(Text(CBuffer(static_cast<const char*>(nullptr))), "");
-    EXPECT_EQ(Text(CBuffer(CStringA("ab"))), "ab");
     EXPECT_EQ(Text(CBuffer(CStringW(TW("ab")))), std::string("a\0b\0", 4));
 
     CBuffer buffer("old");
-    buffer = static_cast<const char*>(nullptr);
-    EXPECT_EQ(Text(buffer), "");
     buffer = 'x';
     (buffer += "yz") += TW('W');
     (buffer += TW("!")) += CStringA("s");
     buffer += static_cast<const char*>(nullptr);
-    buffer += static_cast<const WCHAR*>(nullptr);
     EXPECT_EQ(Text(buffer), std::string("xyzW\0!\0s", 8));
     buffer += buffer; // texts inside the buffer itself
     buffer = static_cast<const char*>(buffer) + 8;
@@ -166,7 +148,6 @@ TEST(Buffer, ConstructorsAndOperatorsTakeEveryKindOfText)
     buffer.Mid(2, buffer);
     buffer.Insert(TW('\x3042'), 2, 2);
     EXPECT_EQ(Text(buffer), "zy\x42\x30\x42\x30zW");
-    EXPECT_TRUE(buffer == buffer && buffer != CBuffer("z") && CBuffer() == CBuffer(""));
 }
 
 TEST(Buffer, SizesOutsideTheirRangeAreClampedOrIgnored)
@@ -174,17 +155,12 @@ TEST(Buffer, SizesOutsideTheirRangeAreClampedOrIgnored)
     CBuffer buffer("abc");
     buffer.SetDataSize(17); // above the capacity of 16
     EXPECT_EQ(buffer.GetLength(), 3);
-    buffer.SetDataSize(1);
-    EXPECT_EQ(Text(buffer), "a");
     std::memcpy(buffer.GetBuffer(20), "0123456789", 10);
     buffer.ReleaseBuffer(10);
-    EXPECT_EQ(Text(buffer), "0123456789");
     buffer.ReleaseBuffer(1000);
     EXPECT_EQ(buffer.GetLength(), buffer.GetAllocSize());
     buffer.ReleaseBuffer(-1); // not the string length, deliberately
     EXPECT_EQ(buffer.GetLength(), 0);
-    EXPECT_EQ(buffer.Truncate(1), 0);
-    EXPECT_EQ(buffer.Truncate(0), 1);
 }
 
 // In UTF-16 full-width blanks are white space, and TrimLeft leaves a text of nothing else alone.
@@ -196,8 +172,6 @@ TEST(Buffer, TrimsUtf16)
     CBuffer blank(CStringW(TW("  ")));
     blank.TrimLeft(1);
     EXPECT_EQ(blank.GetLength(), 4);
-    blank.Trim(1);
-    EXPECT_EQ(blank.GetLength(), 0);
 
     CBuffer lines(CStringW(TW("\r\u0D0A\n"))); // one unit is made of the bytes of both
     lines.ExceptCrlf(1);
@@ -207,26 +181,18 @@ TEST(Buffer, TrimsUtf16)
 TEST(Buffer, ComparesWholePartsAndEnds)
 {
     const CBuffer buffer("abc\x82\x60");
-    EXPECT_TRUE(buffer.Equal("abc\x82\x60", 0, 0, 0));
     EXPECT_TRUE(buffer.Equal("BC\x82\x81", 0, 1, 1)); // full-width letters fold too
     EXPECT_FALSE(buffer.Equal("BC\x82\x81", 0, 1, 0));
     EXPECT_FALSE(buffer.Equal("ab", 0, 0, 0)); // has to reach the end
-    EXPECT_FALSE(buffer.Equal("abc", 0, -1, 0));
-    EXPECT_FALSE(buffer.Equal(nullptr, 0, 0, 0));
-    EXPECT_FALSE(CBuffer().Equal("", 0, 0, 0));
     EXPECT_TRUE(buffer.EqualN("bcX", 2, 0, 1, 0));
-    EXPECT_FALSE(buffer.EqualN("bcX", 3, 0, 1, 0));
     EXPECT_FALSE(buffer.EqualN("abcdef", 6, 0, 0, 0));
     EXPECT_TRUE(buffer.EndWith("\x82\x81", 0, 1));
-    EXPECT_TRUE(buffer.EndWith("", 0, 0));
     EXPECT_FALSE(buffer.EndWith("0abc\x82\x60", 0, 0));
 
     const CBuffer wide(CStringW(TW("ab\x00C9")));
     const auto text = [](const WCHAR* s) { return reinterpret_cast<const char*>(s); };
     EXPECT_TRUE(wide.Equal(text(TW("B\x00E9")), 1, 2, 1));
-    EXPECT_FALSE(wide.Equal(text(TW("B\x00E9")), 1, 2, 0));
     EXPECT_TRUE(wide.EqualN(text(TW("ax")), 2, 1, 0, 0));
-    EXPECT_TRUE(wide.EndWith(text(TW("\x00E9")), 1, 1));
 }
 
 // Start and end rules, which differ between the functions, and case, which folds for full-width
@@ -235,14 +201,10 @@ TEST(Buffer, SearchesKeepToTheirStartAndEndRules)
 {
     const CBuffer buffer("abcabc");
     EXPECT_EQ(buffer.FindOneOfChar("xc", 0), 2);
-    EXPECT_EQ(buffer.FindOneOfChar("", 0), -1);
-    EXPECT_EQ(buffer.FindAsciiChar('a', 6), -1);
     EXPECT_EQ(buffer.ReverseFindAsciiChar('c', -1), 5);
     EXPECT_EQ(buffer.ReverseFindPhrase("abc", -9, 0), 3);
-    for (const int end : {-2, INT_MIN}) { // only -1 means the length
-        EXPECT_EQ(buffer.ReverseFindAsciiChar('c', end), -1);
+    for (const int end : {-2, INT_MIN}) // only -1 means the length
         EXPECT_EQ(buffer.ReverseFindChar('c', end), -1);
-    }
     EXPECT_EQ(CBuffer("\x82\x60").FindPhrase("\x82\x81", 0, 1), 0);
     EXPECT_EQ(CBuffer("\x82\x60").FindAsciiPhrase("\x82\x81", 0, 1), -1);
 }
@@ -265,16 +227,13 @@ TEST(Buffer, ReplacesWithinALimitTakenBefore)
     EXPECT_EQ(Text(self), "xx");
 }
 
-// Rows: empty tokens are passed over; no delimiters; a delimiter of two bytes, whose bytes alone
+// Rows: empty tokens are passed over; a delimiter of two bytes, whose bytes alone
 // delimit nothing; where only delimiters remain the position stays.
 TEST(Buffer, CutsTokensAndNumbers)
 {
     const std::tuple<const char*, const char*, int, const char*, int> tokens[] = {
         {"a,,b", ",", 0, "a", 2},
         {"a,,b", ",", 2, "b", 4},
-        {"a,,b", ",", 4, "", 4},
-        {"a,,b", "", 1, "", 1},
-        {"x\x81\x41y,\x82\x81", "\x81\x41", 0, "x", 3},
         {"x\x81\x41y,\x82\x81", "\x81\x41", 3, "y,\x82\x81", 7},
         {"a,,", ",", 1, "", 1},
     };
@@ -294,21 +253,15 @@ TEST(Buffer, CutsTokensAndNumbers)
 
     // The first has to end before the end.
     const std::tuple<const char*, int, int, int, int, int> numbers[] = {
-        {"123", 0, 3, 0, 0, 7},          {"1234", 0, 3, 0, 1, 123}, {"-12x", 0, 3, 1, 1, -12},
-        {"12x", 0, 3, 1, 0, 7},          {"+5;", 0, 2, 1, 1, 5},    {"12x4", 0, 3, 0, 0, 12},
-        {"1234", 1, 0, 0, 1, 0},         {"1234", -1, 2, 0, 0, 7},  {"1234", 1, INT_MAX, 0, 0, 7},
-        {"4294967297 ", 0, 10, 0, 1, 1},
+        {"123", 0, 3, 0, 0, 7},        {"1234", 0, 3, 0, 1, 123},       {"-12x", 0, 3, 1, 1, -12},
+        {"12x", 0, 3, 1, 0, 7},        {"12x4", 0, 3, 0, 0, 12},        {"1234", -1, 2, 0, 0, 7},
+        {"1234", 1, INT_MAX, 0, 0, 7}, {"4294967297 ", 0, 10, 0, 1, 1},
     };
     for (const auto& [text, from, len, sign, result, expected] : numbers) {
         int value = 7;
         EXPECT_EQ(CBuffer(text).GetNumber(from, len, sign, value), result) << text;
         EXPECT_EQ(value, expected) << text;
     }
-
-    pos = 0;
-    const CBuffer text("\x82\xA0 a ");
-    EXPECT_EQ(text.SkipSpace(pos) + text.SkipNotSpace(pos), 2);
-    EXPECT_EQ(pos, 4);
 }
 
 // Phrases and texts made of few bytes, long enough that the search falls back to its failure
@@ -332,11 +285,11 @@ TEST(PhraseSearch, AgreesWithTheModelOnRepetitiveTexts)
         const std::string phrase = text(2 + random() % 300);
         const CBuffer buffer = Bytes(haystack);
         const bool noCase = random() % 2 != 0;
-        const int start = static_cast<int>(random() % 100) * 2;
+        const int start = static_cast<int>(random() % 1000);
         EXPECT_EQ(FindIn(buffer, phrase, start, kind, noCase),
                   Find(haystack, phrase, start, kind, noCase));
-        EXPECT_EQ(ReverseFindIn(buffer, phrase, -1, kind, noCase),
-                  ReverseFind(haystack, phrase, -1, kind, noCase));
+        EXPECT_EQ(ReverseFindIn(buffer, phrase, 6000 - start, kind, noCase),
+                  ReverseFind(haystack, phrase, 6000 - start, kind, noCase));
     }
     SetMultibyteCodePage(932);
 }
@@ -355,30 +308,15 @@ TEST(Buffer, AgreesWithAStringOverRandomOperations)
 TEST(TextBuffer, CarriesItsCodeTypeAndForgetsItWhenEmptied)
 {
     CTextBuffer text;
-    EXPECT_EQ(text.GetCodeType(), CT_ASCII);
     text = "abc";
     text.SetCodeType(CT_SJIS);
     CTextBuffer copy(text);
     EXPECT_EQ(copy.GetCodeType(), CT_SJIS);
     copy.Empty();
     EXPECT_EQ(copy.GetCodeType(), CT_ASCII);
-    copy = text;
-    EXPECT_EQ(copy.GetCodeType(), CT_SJIS);
 
-    CTextFixBuffer fixed, other;
+    CTextFixBuffer fixed;
     fixed.MoveFrom(text);
-    fixed.SetCodeType(CT_EUC);
-    other = fixed;
     fixed.AllocFree();
     EXPECT_EQ(fixed.GetCodeType(), CT_ASCII);
-    EXPECT_EQ(other.GetCodeType(), CT_EUC);
-    EXPECT_STREQ(other, "abc");
-
-    CtStringW wide;
-    wide = TW("w");
-    wide.SetCodeType(CT_UNICODE);
-    CtStringW again(wide);
-    EXPECT_EQ(again.GetCodeType(), CT_UNICODE);
-    again.Empty();
-    EXPECT_TRUE(again.IsEmpty() && again.GetCodeType() == CT_ASCII && !wide.IsEmpty());
 }

@@ -22,28 +22,21 @@ TEST(Allocation, LengthsStopAtTheirLimit)
 
 TEST(Allocation, NeverGivesNull)
 {
-    void* p = tv_malloc(0);
-    EXPECT_NE(p, nullptr);
-    p = tv_realloc(p, 0);
-    EXPECT_NE(p, nullptr);
-    tv_free(p);
-    tv_free(nullptr);
-
-    char* kept = static_cast<char*>(tv_malloc(4));
-    std::memcpy(kept, "abc", 4);
+    void* kept = tv_realloc(tv_malloc(0), 0);
+    EXPECT_NE(kept, nullptr);
     tlvn::SetAllocationLimit(0);
     EXPECT_THROW(tv_malloc(1), CMemoryException*);
     EXPECT_THROW(tv_realloc(kept, 100), CMemoryException*);
     tlvn::SetAllocationLimit(-1);
-    EXPECT_STREQ(kept, "abc");
     tv_free(kept);
+    tv_free(nullptr);
 }
 
 // Every path from one size to another, over the border of the two allocators and inside them.
 TEST(Allocation, BlocksKeepTheirContentWhenResized)
 {
     const int before = tlvn::GetPageBlockCount();
-    const std::size_t sizes[] = {1, 600, 1023, 1024, 5000, 300000};
+    const std::size_t sizes[] = {1, 1023, 1024, 300000};
     for (const std::size_t from : sizes) {
         for (const std::size_t to : sizes) {
             char* block = static_cast<char*>(tlvn::AllocBlock(from));
@@ -68,7 +61,6 @@ TEST(Exception, MessagesAreTrimmedAndNamed)
         return std::string(text.GetString());
     };
     EXPECT_EQ(message(new CStrException("  two words\r\n")), "two words");
-    EXPECT_EQ(message(new CStrException(nullptr)), "");
     EXPECT_EQ(message(new CLeaveOnlyException), "CLeaveOnlyException occured.");
 
     try {
@@ -78,7 +70,6 @@ TEST(Exception, MessagesAreTrimmedAndNamed)
         const int cause = DYNAMIC_DOWNCAST(CFileException, e)->m_cause;
         const std::string text = message(e);
         const std::string end = "(" + std::to_string(cause) + ")";
-        EXPECT_GT(text.size(), end.size());
         EXPECT_EQ(text.substr(text.size() - end.size()), end) << text;
     }
 }
@@ -91,24 +82,8 @@ TEST(Exception, TextsAreCutToTheRoomThereIs)
     EXPECT_STREQ(buf, "abc");
     EXPECT_EQ(buf[4], '-');
     EXPECT_EQ(e.GetErrorMessage(buf, 0, nullptr), 0);
-    EXPECT_EQ(e.GetErrorMessage(nullptr, 4, nullptr), 0);
     EXPECT_EQ(CLeaveOnlyException().GetErrorMessage(buf, 1, nullptr), 0);
     EXPECT_STREQ(buf, "");
-}
-
-// Thrown inside the library, caught by type outside; both own classes made by name.
-TEST(Exception, TypesCrossTheLibraryBorder)
-{
-    tlvn::SetAllocationLimit(0);
-    EXPECT_THROW(CBuffer("x"), CMemoryException*);
-    tlvn::SetAllocationLimit(-1);
-    for (CRuntimeClass* type :
-         {CStrException::GetThisClass(), RUNTIME_CLASS(CLeaveOnlyException)}) {
-        CObject* object = type->CreateObject();
-        EXPECT_TRUE(object->IsKindOf(RUNTIME_CLASS(CException)) && object->IsKindOf(type));
-        EXPECT_FALSE(object->IsKindOf(RUNTIME_CLASS(CFileException)));
-        static_cast<CException*>(object)->Delete();
-    }
 }
 
 namespace {
@@ -136,9 +111,7 @@ TEST(Trace, WritesAnIndentedLogWhileOn)
     {
         // Off: nothing is written, but the depth counts.
         CTraceFunction outer("outer");
-        EXPECT_EQ(IsTraceOutput(), 0);
         ASSERT_EQ(SetTraceOutput(1), 1);
-        EXPECT_EQ(IsTraceOutput(), 1);
         {
             CTraceFunction quiet("quiet");
         }
@@ -166,8 +139,6 @@ TEST(Trace, WritesAnIndentedLogWhileOn)
     std::smatch match;
     ASSERT_TRUE(std::regex_search(written, match, std::regex("^" + stamp))) << written;
     EXPECT_EQ(written.substr(static_cast<std::size_t>(match.length())), expected);
-    const std::string all = ReadTrace();
-    EXPECT_TRUE(std::regex_match(all.substr(written.size()), std::regex(stamp))) << all;
     tlvn::RemoveFile((tlvn::GetTempFolder() + "TolvanTraceOutput.txt").c_str());
 }
 
@@ -182,11 +153,7 @@ TEST(Trace, ThrowsNothing)
     busy.Close();
 
     ASSERT_EQ(SetTraceOutput(1), 1);
-    {
-        CTraceFunction trace("f");
-        EXPECT_NO_THROW(trace("x%*s", INT_MAX, ""));
-        EXPECT_NO_THROW(trace(nullptr));
-    }
+    EXPECT_NO_THROW(CTraceFunction("f")("x%*s", INT_MAX, ""));
     EXPECT_EQ(SetTraceOutput(0), 1);
     tlvn::RemoveFile(path.c_str());
 }
@@ -194,23 +161,19 @@ TEST(Trace, ThrowsNothing)
 TEST(Multibyte, LeadBytesAreToldWithinTheLength)
 {
     const char text[] = "a\x82\xA0\x82";
-    const int expected[] = {0, 1, 0, 0};
-    for (int i = 0; i < 4; ++i)
-        EXPECT_EQ(IsTLead(text, i, 4), expected[i]) << i;
-    EXPECT_EQ(IsTLead(text, 1, 2), 0); // the follower lies outside
+    EXPECT_EQ(IsTLead(text, 1, 4), 1);
     EXPECT_EQ(IsTLead(text, 1, -1), 1);
-    EXPECT_EQ(IsTLead(text, -1, 4), 0);
-    EXPECT_EQ(IsTLead(static_cast<const char*>(nullptr), 0, -1), 0);
+    // A trail byte, no follower, one that lies outside.
+    for (const auto& [pos, length] : {std::pair(2, 4), {3, 4}, {1, 2}, {-1, 4}})
+        EXPECT_EQ(IsTLead(text, pos, length), 0) << pos;
     EXPECT_EQ(IsTLead(TW("\x82A0"), 0, 1), 0);
 }
 
 // B0 A1 is a double-byte character everywhere but in 932.
 TEST(Multibyte, LocaleHoldsForItsScope)
 {
-    ASSERT_EQ(GetMultibyteCodePage(), 932u);
     {
         CApplyLocale korean(CT_EUCKR);
-        EXPECT_EQ(IsTLead("\xB0\xA1", 0, 2), 1);
         {
             CApplyLocale russian(CT_KOI8R);
             EXPECT_EQ(IsTLead("\xB0\xA1", 0, 2), 0);

@@ -15,11 +15,9 @@ using Skipper = int (*)(const char*, int, int&);
 TEST(Scanner, SkipsTellBlanksFromWords)
 {
     const std::tuple<Skipper, const char*, int, int, int, int> cases[] = {
-        {SkipSpace, "\x82\xA0 a", -1, 0, 1, 3}, {SkipSpace, " \t\r\n", -1, 0, 0, 4},
-        {SkipSpace, "  a", 2, 0, 0, 2},         {SkipSpace, "\x81\x40\x82", 3, 0, 1, 2},
-        {SkipSpace, "a", -1, 3, 0, 1},          {SkipSpace, "a", -1, -1, 0, -1},
-        {SkipSpace, nullptr, 5, 2, 0, 2},       {SkipNotSpace, "a\x81\x40 b", -1, 0, 1, 3},
-        {SkipNotSpace, "\x82\xA0", 1, 0, 0, 1}, {SkipNotSpace, "ab", -1, 1, 0, 2},
+        {SkipSpace, "\x82\xA0 a", -1, 0, 1, 3},  {SkipSpace, "  a", 2, 0, 0, 2},
+        {SkipSpace, "\x81\x40\x82", 3, 0, 1, 2}, {SkipSpace, "a", -1, 3, 0, 1},
+        {SkipSpace, "a", -1, -1, 0, -1},         {SkipNotSpace, "a\x81\x40 b", -1, 0, 1, 3},
     };
     for (const auto& [skip, text, len, from, result, expected] : cases) {
         int pos = from;
@@ -45,32 +43,21 @@ TEST(Scanner, LinesBeginAndEnd)
         EXPECT_EQ(IsLineTail(TW("a\r\nb"), -1, pos), tails[pos + 1]) << pos;
     }
     EXPECT_EQ(IsLineHead("\n", 0, 1), 0);
-    EXPECT_EQ(IsLineHead(static_cast<const char*>(nullptr), 0, 0), 0);
-    EXPECT_EQ(IsLineTail(static_cast<const char*>(nullptr), 0, 0), 0);
 }
 
 TEST(Scanner, SetsAndCounts)
 {
     EXPECT_EQ(ispbrk('\\', "\x95\x5C"), 1);
     EXPECT_EQ(istpbrk('\\', "\x95\x5C"), 0);
-    EXPECT_EQ(istpbrk('\\', "\x95\x5C\\"), 1);
     EXPECT_EQ(ispbrk('\0', "a") + istpbrk('\0', "a") + iswpbrk(0, TW("a")), 0);
-    EXPECT_EQ(ispbrk('a', nullptr) + istpbrk('a', nullptr) + iswpbrk('a', nullptr), 0);
-    EXPECT_EQ(iswpbrk(0x3042, TW("a\u3042")), 1);
 
-    EXPECT_EQ(CountMoji("a\x82\xA0\xB1", -1), 3);
-    EXPECT_EQ(CountMoji("a\x82\xA0", 2), 2);
     EXPECT_EQ(CountMoji(nullptr, 4) + CountMoji(nullptr, 4, CT_UTF8), 0);
     EXPECT_EQ(CountMoji("a\x82\xA0", 3, CT_GB2312), 2);
     EXPECT_EQ(CountMoji(TW("abc"), 5, CT_UTF7), 2);
-    EXPECT_EQ(CountMoji(TW("abc"), -1, CT_UNICODE), 3);
 
-    CStringA s("a\x82\xA0");
-    EXPECT_EQ(TruncateEx(s, 3) + TruncateEx(s, -1), 0);
     CStringW wide(TW("abc"));
     EXPECT_EQ(TruncateEx(wide, 3), 0);
     EXPECT_EQ(TruncateEx(wide, 2), 1);
-    EXPECT_EQ(wide.GetLength(), 2);
 }
 
 // The character 95 5C has a backslash for its trail byte. A closing quote stays when a backslash
@@ -94,17 +81,16 @@ TEST(QuotedText, QuotesComeAndGo)
     }
     EXPECT_EQ(GetEnquotedLength(R"("a\"b"c)"), 6);
     EXPECT_EQ(GetEnquotedLength("\"\\\x95\x5C\"x"), 5);
-    for (const char* open : {"a\"\"", "\"", R"("a\")", R"("\)"})
-        EXPECT_EQ(GetEnquotedLength(open), -1) << open;
-    EXPECT_EQ(GetEnquotedLength(nullptr), -1);
+    EXPECT_EQ(GetEnquotedLength(R"("a\")"), -1);
 }
 
 TEST(QuotedText, ParenthesesAreMatched)
 {
     const std::tuple<const char*, const char*, const char*, int> cases[] = {
-        {"a (b) c", "b", "a  c", 2}, {"a (b (c) d)", "c) d", "a (b ", 5},
-        {")(x)(y)", "x", ")(y)", 1}, {"((a)", "", "((a)", -1},
-        {"()", "", "", 0},           {"", "", "", -1},
+        {"a (b (c) d)", "c) d", "a (b ", 5},
+        {")(x)(y)", "x", ")(y)", 1},
+        {"((a)", "", "((a)", -1},
+        {"()", "", "", 0},
     };
     for (const auto& [text, inside, outside, position] : cases) {
         CStringA inner("old"), rest(text);
@@ -128,22 +114,12 @@ TEST(QuotedText, ParenthesesAreMatched)
 TEST(QuotedText, DelimitersAreFoundOutsideQuotes)
 {
     const std::tuple<const char*, int, char, int, int, int> cases[] = {
-        {"a,b,c", 2, ',', 1, 1, 3},
-        {"\",\",", 0, ',', 1, 1, 3},
-        {"\",\",", 0, ',', 0, 1, 1},
-        {R"("\",",)", 0, ',', 1, 1, 5},
-        {R"("\",",)", 0, ',', 1, 0, 3},
-        {R"("a\\",)", 0, ',', 1, 1, -1},
-        {R"("a\\",)", 0, ',', 1, 2, -1},
-        {R"(\",",")", 0, ',', 1, 1, 2},
-        {R"(\",)", 1, ',', 1, 1, 2},
-        {"\"\x95\x5C\",", 0, ',', 1, 1, 4},
-        {"\x95\x5C\",\"", 2, ',', 1, 1, -1},
-        {"\"\\\x95\x5C\",", 0, ',', 1, 1, 5},
-        {"\x83|a|", 0, '|', 1, 0, 3},
-        {"\"a\\", 0, ',', 1, 1, -1},
-        {"a,", 2, ',', 1, 0, -1},
-        {"a,", -1, ',', 1, 0, -1},
+        {"\",\",", 0, ',', 1, 1, 3},        {R"("\",",)", 0, ',', 1, 1, 5},
+        {R"("\",",)", 0, ',', 1, 0, 3},     {R"("a\\",)", 0, ',', 1, 1, -1},
+        {R"("a\\",)", 0, ',', 1, 2, -1},    {R"(\",",")", 0, ',', 1, 1, 2},
+        {"\"\x95\x5C\",", 0, ',', 1, 1, 4}, {"\"\\\x95\x5C\",", 0, ',', 1, 1, 5},
+        {"\x83|a|", 0, '|', 1, 0, 3},       {"\"a\\", 0, ',', 1, 1, -1},
+        {"\",\",", 0, ',', 0, 1, 1},        {"a,", -1, ',', 1, 0, -1},
         {nullptr, 0, ',', 1, 0, -1},
     };
     for (const auto& [text, start, delim, quotes, escapeMode, result] : cases)

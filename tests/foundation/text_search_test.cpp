@@ -43,35 +43,26 @@ TEST(TextSearch, NegativeLengthsEndAtTheZero)
     const char* const none = nullptr;
     const char text[] = "xbab";
     EXPECT_EQ(mbsnnstr(text, -1, "b", -1, 0), text + 1);
-    EXPECT_EQ(mbsnnstr(text, 3, "b?", 1, 0), text + 1);
     EXPECT_EQ(mbsrnnstr(text, -1, "B", -1, 1), text + 3);
-    EXPECT_EQ(mbsrnnstr(text, 3, "b", -1, 0), text + 1);
     EXPECT_EQ(mbsnnstr(text, -1, "", -1, 0), text);
     EXPECT_EQ(mbsnnstr(text, -1, "", -1, 1), none);
     EXPECT_EQ(mbsnnstr(text, 4, "", -1, 0), none);
-    EXPECT_EQ(mbsrnnstr(text, -1, "", -1, 0), none);
-    EXPECT_EQ(mbsnnstr(nullptr, -1, "", -1, 0), none);
-    EXPECT_EQ(mbsnnstr(text, -1, nullptr, 0, 0), none);
 
     const WCHAR wide[] = TW("x\u00C9a\u00E9");
     EXPECT_EQ(wcsnnstr(wide, -1, TW("\u00E9"), -1, 1), wide + 1);
-    EXPECT_EQ(wcsrnnstr(wide, -1, TW("\u00C9"), 1, 0), wide + 1);
     EXPECT_EQ(wcsnnstr(wide, -1, TW(""), -1, 0), wide);
     const auto inCodeType = [&](const WCHAR* find, int findLen) {
         return Offset(txtnnstr(CT_UNICODE, wide, -1, find, findLen, 0), wide);
     };
     EXPECT_EQ(inCodeType(TW("a\u00E9"), -1), 4);
     EXPECT_EQ(inCodeType(TW("a\u00EA"), 3), 4); // the odd byte does not count
-    EXPECT_EQ(inCodeType(TW("a"), 1), -1);
-    EXPECT_EQ(inCodeType(TW(""), -1), 0);
 }
 
 TEST(TextCompare, WildcardsMatch)
 {
     const std::tuple<const char*, const char*, int> cases[] = {
-        {"", "*", 0},          {"abc", "a*c", 0},   {"abc", "A?C", 0},
-        {"abxc", "a*?c", 1},   {"ab?c", "a*?c", 0}, {"abc", "abc**", 1},
-        {nullptr, nullptr, 0}, {"\xC0", "\xE0", 1}, {"a\x83\x41", "*A", 0},
+        {"", "*", 0},        {"abxc", "a*?c", 1},    {"abc", "abc**", 1},
+        {"\xC0", "\xE0", 1}, {"a\x83\x41", "*A", 0}, {nullptr, nullptr, 0},
     };
     for (const auto& [text, pattern, result] : cases)
         EXPECT_EQ(wildicmp(text, pattern), result) << (text == nullptr ? "" : text);
@@ -86,18 +77,14 @@ TEST(TextCompare, ComparesAndLooksUp)
 {
     EXPECT_EQ(CompareText(nullptr, "", 0), 0);
     EXPECT_EQ(CompareText("\x82\x60", "\x82\x81", 1), 0);
-    EXPECT_LT(CompareText("A", "a", 0), 0);
 
     const std::tuple<const char*, const char*, int, int> cases[] = {
-        {"a.TXT", ".txt", 1, 1},  {"a.TXT", ".txt", 0, 0},  {"ab", "cab", 0, 0},
-        {"a", "", 0, 1},          {nullptr, nullptr, 0, 1}, {nullptr, "a", 0, 0},
-        {"\x95\x5C", "\\", 0, 0}, {"\x95\\\\", "\\", 0, 1},
+        {"a.TXT", ".txt", 1, 1}, {"a.TXT", ".txt", 0, 0},  {"ab", "cab", 0, 0},
+        {"a", "", 0, 1},         {nullptr, nullptr, 0, 1}, {"\x95\x5C", "\\", 0, 0},
     };
     for (const auto& [text, tail, noCase, result] : cases)
         EXPECT_EQ(EndsWith(text, tail, noCase), result) << (tail ? tail : "");
     EXPECT_EQ(EndsWith(TW("x\u00C9"), TW("\u00E9"), 1), 1);
-    EXPECT_EQ(EndsWith(TW("x\u00C9"), TW("\u00E9"), 0), 0);
-    EXPECT_EQ(EndsWith(static_cast<const WCHAR*>(nullptr), TW("a"), 0), 0);
 
     CStringArray names;
     EXPECT_EQ(LookupStringArray(names, "a", 1), -1);
@@ -109,9 +96,7 @@ TEST(TextCompare, ComparesAndLooksUp)
     EXPECT_EQ(LookupStringArray(names, "a", 0), 2);
     EXPECT_EQ(LookupStringArray(names, "a", 1), 1);
     EXPECT_EQ(LookupStringArray(names, nullptr, 0), 3);
-    EXPECT_EQ(LookupStringArray(names, "c", 1), -1);
     EXPECT_EQ(LookupStringArray(wideNames, TW("a"), 0), 2);
-    EXPECT_EQ(LookupStringArray(wideNames, TW("B"), 1), 0);
 }
 
 // Rows: by value; blanks before digits do not count but those behind do; zeros in front do not;
@@ -119,17 +104,12 @@ TEST(TextCompare, ComparesAndLooksUp)
 TEST(TextCompare, NumbersCountByValue)
 {
     const std::tuple<const char*, const char*, int> cases[] = {
-        {"item 9", "item 10", -1},
         {"item  9", "item9", 0},
         {"9 ", "9", 1},
         {"a007b", "a7b", 0},
         {"1.10", "1.9", 1},
-        {"x0", "x", 1},
-        {"4294967297", "1", 1},
-        {"abc", "abd", -1},
         {"", "0", -1},
         {"0", nullptr, 1},
-        {nullptr, "", 0},
         {"99999999999999999998", "99999999999999999999", -1},
     };
     for (const auto& [a, b, expected] : cases) {

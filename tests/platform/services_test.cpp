@@ -58,6 +58,26 @@ TEST(Services, CollatesLikeADictionary)
     EXPECT_LT(CollateTexts("", "a"), 0);
 }
 
+// Fails when keys are compared as signed bytes, or made without the locale's order.
+TEST(Services, CollationKeysCompareAsTheTextsDo)
+{
+    const WStringView texts[] = {TW(""),       TW("a"),      TW("A"),
+                                 TW("B"),      TW("\u3042"), TW("\u30A2"),
+                                 TW("\u6F22"), TW("10"),     TW("\u3042\u6F22"),
+                                 TW("\uFF42"), TW("-")};
+    const auto sign = [](int n) { return (n > 0) - (n < 0); };
+    for (const WStringView a : texts) {
+        for (const WStringView b : texts) {
+            std::string keyA, keyB;
+            MakeCollationKey(a, keyA);
+            MakeCollationKey(b, keyB);
+            EXPECT_EQ(sign(keyA.compare(keyB)),
+                      sign(CollateTexts(NarrowText(a).c_str(), NarrowText(b).c_str())))
+                << NarrowText(a) << ' ' << NarrowText(b);
+        }
+    }
+}
+
 // One directive in each row; the last fails when quoted letters are formatted.
 TEST(Services, DatePictures)
 {

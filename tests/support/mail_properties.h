@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "platform/nls.h"
 #include "viewer/header_text.h"
 #include "viewer/links.h"
 #include "viewer/mail_reader.h"
@@ -12,25 +13,10 @@
 #include <string>
 #include <string_view>
 
-// By the definition of UTF-8: no overlong form, no surrogate, nothing above U+10FFFF.
 inline bool IsWellFormedUtf8(std::string_view text)
 {
-    constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
-    for (std::size_t i = 0; i < text.size();) {
-        const auto first = static_cast<unsigned char>(text[i++]);
-        const int more = first < 0x80 ? 0 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
-        if ((first >= 0x80 && first < 0xC0) || first > 0xF7)
-            return false;
-        char32_t c = more == 0 ? first : first & (0x3Fu >> more);
-        for (int k = 0; k < more; ++k, ++i) {
-            if (i >= text.size() || (text[i] & 0xC0) != 0x80)
-                return false;
-            c = c << 6 | (text[i] & 0x3F);
-        }
-        if (c < kSmallest[more] || c > 0x10FFFF || (c >= 0xD800 && c < 0xE000))
-            return false;
-    }
-    return true;
+    tlvn::WString units;
+    return tlvn::ConvertToUtf16(65001, std::string(text), units) == tlvn::kConverted;
 }
 
 // Whether some line of the body is the boundary's, closing or not.

@@ -87,23 +87,12 @@ inline const char* CheckCharacters(const std::string& text)
         if (TruncateEx(s, cut) != 1 || s.GetLength() != expected)
             return "TruncateEx";
     }
-    int katakana = -1, machine = -1;
-    for (std::size_t i = starts.size() - 1; i-- > 0;) {
-        const int start = starts[i];
-        const bool pair = starts[i + 1] - start == 2;
-        const char* const p = text.data() + start;
-        const int c = pair ? (p[0] & 0xFF) << 8 | (p[1] & 0xFF) : p[0] & 0xFF;
+    for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        const bool pair = starts[i + 1] - starts[i] == 2;
+        const char* const p = text.data() + starts[i];
         if (((GetCharType(text.data(), length, p, CT_SJIS) & CHARTYPE_DOUBLE) != 0) != pair)
             return "GetCharType";
-        if (!pair && c >= 0xA1 && c <= 0xDF)
-            katakana = start;
-        if ((c >= 0x8740 && c <= 0x879C) || (c >= 0xED40 && c <= 0xFC4B && c >> 8 != 0xEF))
-            machine = start;
     }
-    if (FindHankakuKatakana(text.data(), length) != katakana)
-        return "FindHankakuKatakana";
-    if (FindMachineDependChar(text.data(), length) != machine)
-        return "FindMachineDependChar";
     return nullptr;
 }
 

@@ -1,6 +1,6 @@
-// Apart from the tests, so that no compiler pairs these with what it knows of its own.
+// Apart from the measurements, so that no compiler pairs these with what it knows of its own.
 
-#include "tests/charcode/allocation_count.h"
+#include "bench/allocation_count.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,0 +1,10 @@
+#include "framework/resource.h"
+
+namespace tlvn {
+
+HACCEL LoadAcceleratorResource(LPCWSTR name)
+{
+    return ::LoadAcceleratorsW(::GetModuleHandleW(nullptr), name);
+}
+
+} // namespace tlvn

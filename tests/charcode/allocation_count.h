@@ -1,5 +1,0 @@
-#pragma once
-
-// Allocations of the process so far, by operator new. (A DLL has its own: there only the test's
-// own are counted.)
-int CountAllocations();
