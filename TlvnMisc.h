@@ -50,6 +50,8 @@
 #include "persist/random.h"
 #include "persist/setting_data.h"
 
+#include "persist/zip/zip.h"
+
 #include "editor/color.h"
 #include "editor/editor_wnd.h"
 #include "editor/link_range.h"

@@ -13,6 +13,12 @@ if [ ${#subsystems[@]} = 0 ]; then
         subsystems+=("$(basename "$source" _bench.cpp)")
     done
 fi
+# Regular expressions and archives have programs of their own, but belong to persist.
+if [[ " ${subsystems[*]} " == *" persist "* ]]; then
+    for part in regexp zip; do
+        [[ " ${subsystems[*]} " == *" $part "* ]] || subsystems+=("$part")
+    done
+fi
 # The peers are needed for this only, so the preset leaves the benchmarks out.
 cmake --preset linux -DTLVN_BUILD_BENCH=ON >/dev/null
 configure_and_build linux $(printf 'bench_%s ' "${subsystems[@]}")

@@ -1,4 +1,5 @@
-// Ciphers and digests beside OpenSSL's, settings files beside GLib's GKeyFile.
+// Ciphers and digests beside OpenSSL's, settings files beside GLib's GKeyFile and, where it is
+// installed, Qt's QSettings.
 
 #include "TlvnMisc.h"
 #include "bench/bench_table.h"
@@ -10,7 +11,12 @@
 
 #include <glib.h>
 
+#ifdef TLVN_BENCH_QT
+#include <QSettings>
+#endif
+
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -80,7 +86,7 @@ void Ciphers(BenchTable& table)
                 BF_set_key(&schedule, 16, key);
             Use(&schedule);
         },
-        5);
+        15);
 }
 
 class Settings : public CSettingData {
@@ -88,24 +94,97 @@ public:
     using CSettingData::SaveFile;
 };
 
+std::string KeyName(int i)
+{
+    return "Account" + std::to_string(i);
+}
+
+std::string ValueText(int key, int pair)
+{
+    return "value " + std::to_string(key * 31 + pair) + " of the client";
+}
+
 // The same content for both: keys "Account0" ..., names "Setting0" ..., values of some words.
 void Fill(CSettingData& ours, GKeyFile* peer, int keys, int pairs)
 {
     for (int i = 0; i < keys; ++i) {
-        const std::string key = "Account" + std::to_string(i);
+        const std::string key = KeyName(i);
         for (int k = 0; k < pairs; ++k) {
             const std::string name = "Setting" + std::to_string(k);
-            const std::string value = "value " + std::to_string(i * 31 + k) + " of the client";
+            const std::string value = ValueText(i, k);
             ours.SetValue(key.c_str(), name.c_str(), value.c_str());
             g_key_file_set_value(peer, key.c_str(), name.c_str(), value.c_str());
         }
     }
 }
 
+constexpr int kKeys = 1000;
+constexpr int kPairs = 100;
+
+// Loading, and loading with a value of every key: ours reads a key when it is first asked for.
+void Load(BenchTable& table, const std::string& path, double bytes, const char* peerName,
+          const std::function<void(bool ask)>& peer)
+{
+    for (const bool ask : {false, true}) {
+        table.Compare(
+            ask ? "settings, the same and ask each key for a value"
+                : "settings, load 100,000 pairs in 1,000 keys",
+            bytes, peerName,
+            [&] {
+                Settings loaded;
+                loaded.LoadFile(path.c_str());
+                CStringW value;
+                for (int i = 0; ask && i < kKeys; ++i)
+                    loaded.GetValue(KeyName(i).c_str(), "Setting50", value);
+                Use(&value);
+            },
+            [&] { peer(ask); });
+    }
+}
+
+void LoadKeyFile(const std::string& path, bool ask)
+{
+    GKeyFile* const loaded = g_key_file_new();
+    g_key_file_load_from_file(loaded, path.c_str(), G_KEY_FILE_NONE, nullptr);
+    for (int i = 0; ask && i < kKeys; ++i)
+        g_free(g_key_file_get_value(loaded, KeyName(i).c_str(), "Setting50", nullptr));
+    Use(loaded);
+    g_key_file_free(loaded);
+}
+
+#ifdef TLVN_BENCH_QT
+
+// Qt keeps the files it has read: each of its runs loads a copy under another name.
+void LoadBesideQt(BenchTable& table, const std::string& ours, double bytes)
+{
+    const std::string path = ours + ".qt";
+    std::remove(path.c_str());
+    {
+        QSettings settings(path.c_str(), QSettings::IniFormat);
+        for (int i = 0; i < kKeys; ++i) {
+            for (int k = 0; k < kPairs; ++k)
+                settings.setValue((KeyName(i) + "/Setting" + std::to_string(k)).c_str(),
+                                  ValueText(i, k).c_str());
+        }
+    }
+    std::vector<std::string> copies;
+    Load(table, ours, bytes, "QSettings", [&](bool ask) {
+        copies.push_back(path + std::to_string(copies.size()));
+        std::filesystem::create_hard_link(path, copies.back());
+        const QSettings settings(copies.back().c_str(), QSettings::IniFormat);
+        for (int i = 0; ask && i < kKeys; ++i)
+            settings.value((KeyName(i) + "/Setting50").c_str());
+        Use(&settings);
+    });
+    copies.push_back(path);
+    for (const std::string& copy : copies)
+        std::remove(copy.c_str());
+}
+
+#endif
+
 void Files(BenchTable& table)
 {
-    constexpr int kKeys = 1000;
-    constexpr int kPairs = 100;
     const std::string ours = tlvn::GetTempFolder() + "tlvn_bench_settings";
     const std::string peers = ours + ".peer";
     Settings data;
@@ -115,19 +194,10 @@ void Files(BenchTable& table)
     g_key_file_save_to_file(peer, peers.c_str(), nullptr);
     const double bytes = static_cast<double>(CFile(ours.c_str(), CFile::modeRead).GetLength());
 
-    table.Compare(
-        "settings, load 100,000 pairs in 1,000 keys", bytes, "GKeyFile",
-        [&] {
-            Settings loaded;
-            loaded.LoadFile(ours.c_str());
-            Use(&loaded);
-        },
-        [&] {
-            GKeyFile* const loaded = g_key_file_new();
-            g_key_file_load_from_file(loaded, peers.c_str(), G_KEY_FILE_NONE, nullptr);
-            Use(loaded);
-            g_key_file_free(loaded);
-        });
+    Load(table, ours, bytes, "GKeyFile", [&](bool ask) { LoadKeyFile(peers, ask); });
+#ifdef TLVN_BENCH_QT
+    LoadBesideQt(table, ours, bytes);
+#endif
     table.Compare(
         "settings, save them (ours flushed to the disk, twice the bytes)", bytes, "GKeyFile",
         [&] { data.SaveFile(ours.c_str()); },

@@ -16,6 +16,34 @@ tlvn::WString ToText(const void* data, std::size_t size)
     return text;
 }
 
+// The lines of keys and pairs.
+int CountLines(tlvn::WString text)
+{
+    text += '\n';
+    const std::size_t mark = text.find_first_not_of(TW("\r\n"));
+    if (mark != tlvn::WString::npos && text[mark] == 0xFEFF)
+        text.erase(mark, 1);
+    int count = 0;
+    tlvn::WString line;
+    for (const WCHAR c : text) {
+        if (c != '\r' && c != '\n') {
+            line += c;
+            continue;
+        }
+        count += !line.empty() && line != TW("[DATA-START]") && line != TW("[DATA-END]") ? 1 : 0;
+        line.clear();
+    }
+    return count;
+}
+
+int CountItems(const tlvn::SettingKeyList& keys)
+{
+    int count = keys.GetSize();
+    for (int i = 0; i < keys.GetSize(); ++i)
+        count += keys.GetAt(i)->GetPairs().GetSize();
+    return count;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -26,6 +54,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (result.message != 0)
         FUZZ_CHECK(result.message == 3100 || result.message == 3101 || result.message == 3163 ||
                    result.message == 3164);
+
+    // Every line made a pair or a key, unless the text says a thing twice.
+    if (result.message == 0)
+        FUZZ_CHECK((CountLines(input) == CountItems(keys)) == !result.duplicates);
 
     CBuffer text, again;
     tlvn::WriteSettingText(keys, text);

@@ -163,6 +163,7 @@ void hmac_md5(unsigned char* text, int textLength, unsigned char* key, int keyLe
     if (text != nullptr && textLength > 0)
         inner.Add(text, static_cast<std::size_t>(textLength));
     unsigned char innerDigest[kDigestSize];
+    const tlvn::WipeGuard innerGuard(innerDigest, sizeof innerDigest);
     inner.Finish(innerDigest);
 
     for (unsigned char& byte : block)

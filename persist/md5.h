@@ -30,6 +30,7 @@ public:
     Md5(const Md5&) = delete;
     Md5& operator=(const Md5&) = delete;
 
+    // Goes on with the message, by `size` bytes.
     void Add(const void* data, std::size_t size);
     // Ends the message; nothing may be added afterwards.
     void Finish(unsigned char digest[16]);

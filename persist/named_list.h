@@ -98,6 +98,7 @@ public:
     NamedList& operator=(const NamedList&) = delete;
 
     const Array& GetItems() const { return m_items; }
+    Array& GetItems() { return m_items; } // to be looked at only
     int GetSize() const { return m_items.GetSize(); }
     Item* GetAt(int index) const { return m_items[index]; }
 

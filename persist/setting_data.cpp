@@ -196,9 +196,9 @@ void CSettingData::SetValueBegin(const char* key, const char* prefix, const CStr
     m_updated = 1;
 }
 
-const CSettingData::PairArray* CSettingData::GetPairList(const char* key) const
+CSettingData::PairArray* CSettingData::GetPairList(const char* key) const
 {
-    const CSettingDataKey* const found = FindKey(key);
+    CSettingDataKey* const found = FindKey(key);
     return found != nullptr ? &found->GetPairs() : nullptr;
 }
 

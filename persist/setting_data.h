@@ -28,7 +28,7 @@
 #include "persist/whole_file.h"
 
 // What the user is asked when a file cannot be saved. Any other value asks nothing.
-enum IfErrAsk {
+enum IfErrAsk : int {
     ASK_NOTHING = 0,
     ASK_RETRY_CANCEL = 1,
     ASK_RETRY_CONTINUE = 2,
@@ -37,6 +37,7 @@ enum IfErrAsk {
 
 class TLVN_API CSettingData {
 public:
+    // Arrays of what belongs to the object.
     using KeyArray = CTypedPtrArray<CPtrArray, CSettingDataKey*>;
     using PairArray = CSettingDataKey::PairArray;
 
@@ -127,8 +128,8 @@ public:
     int GetIntValue(const char* key, const char* name, int minimum, int maximum,
                     int defaultValue) const;
 
-    // The pairs of a key, in order, or null; valid until the key goes.
-    const PairArray* GetPairList(const char* key) const;
+    // The pairs of a key, in order, or null; valid until the key goes. To be looked at only.
+    PairArray* GetPairList(const char* key) const;
     // All keys, in order.
     const KeyArray& GetKeyList() const { return m_keys.GetItems(); }
 
@@ -189,7 +190,7 @@ private:
     void SetError(const CString& text, const char* path, const CString& data);
     void SetFileError(const tlvn::FileResult& result, const char* path);
 
-    // The file as it was read, with the values nobody asked for yet: given up behind the keys.
+    // The file as it was read, with what nobody asked for yet: given up behind the keys.
     std::unique_ptr<CBuffer> m_image;
     tlvn::SettingKeyList m_keys;
     int m_loaded;

@@ -1,4 +1,6 @@
-#include "persist/setting_data_key.h"
+#include "persist/setting_text.h"
+
+#include <algorithm>
 
 CSettingDataPair::CSettingDataPair(std::string_view name, tlvn::WStringView value, bool borrow)
     : m_name(tlvn::ToString(name))
@@ -8,19 +10,14 @@ CSettingDataPair::CSettingDataPair(std::string_view name, tlvn::WStringView valu
 
 void CSettingDataPair::SetValue(tlvn::WStringView value, bool borrow)
 {
-    if (borrow) {
-        m_value.Empty();
-        m_borrowed = value;
-    } else {
-        m_value = tlvn::ToString(value);
-        m_borrowed = {};
+    std::unique_ptr<WCHAR[]> own;
+    if (!borrow) {
+        own = tlvn::GuardMemory([&] { return std::make_unique<WCHAR[]>(value.size()); });
+        std::copy(value.begin(), value.end(), own.get());
+        value = tlvn::WStringView(own.get(), value.size());
     }
-}
-
-void CSettingDataPair::CopyBorrowed() const
-{
-    m_value = tlvn::ToString(m_borrowed);
-    m_borrowed = {};
+    m_own = std::move(own);
+    m_value = value;
 }
 
 CSettingDataKey::CSettingDataKey(std::string_view name) : m_name(tlvn::ToString(name)) {}
@@ -29,40 +26,43 @@ CSettingDataKey::~CSettingDataKey() = default;
 
 CSettingDataPair* CSettingDataKey::Find(std::string_view name) const
 {
-    return m_pairs.Find(name);
+    return Pairs().Find(name);
 }
 
-int CSettingDataKey::SetAt(std::string_view name, tlvn::WStringView value, bool borrow)
+int CSettingDataKey::SetAt(std::string_view name, tlvn::WStringView value)
 {
-    const unsigned hash = tlvn::HashName(name);
-    CSettingDataPair* const pair = m_pairs.Find(name, hash);
-    if (pair != nullptr) {
-        pair->SetValue(value, borrow);
-        return 1;
-    }
-    m_pairs.Append(
-        tlvn::GuardMemory([&] { return std::make_unique<CSettingDataPair>(name, value, borrow); }),
-        hash);
-    return 0;
+    return tlvn::SetPair(Pairs(), name, value, false);
+}
+
+int CSettingDataKey::SetLines(tlvn::WStringView lines)
+{
+    return tlvn::ReadPairLines(lines, Pairs());
+}
+
+void CSettingDataKey::ReadLines() const
+{
+    tlvn::ReadPairLines(m_unread, m_pairs);
+    m_unread = {};
 }
 
 void CSettingDataKey::RemoveAt(int index)
 {
-    m_pairs.RemoveAt(index);
+    Pairs().RemoveAt(index);
 }
 
 int CSettingDataKey::Remove(std::string_view name)
 {
-    const CSettingDataPair* const pair = m_pairs.Find(name);
+    PairList& pairs = Pairs();
+    const CSettingDataPair* const pair = pairs.Find(name);
     if (pair == nullptr)
         return 0;
-    m_pairs.RemoveAt(m_pairs.IndexOf(pair));
+    pairs.RemoveAt(pairs.IndexOf(pair));
     return 1;
 }
 
 int CSettingDataKey::RemoveBegin(std::string_view prefix)
 {
-    return m_pairs.RemoveIf([&](const CSettingDataPair& pair) {
+    return Pairs().RemoveIf([&](const CSettingDataPair& pair) {
         return tlvn::NameBeginsWith(tlvn::ViewOf(pair.GetName()), prefix);
     });
 }
@@ -70,4 +70,18 @@ int CSettingDataKey::RemoveBegin(std::string_view prefix)
 void CSettingDataKey::SetName(std::string_view name)
 {
     m_name = tlvn::ToString(name);
+}
+
+int tlvn::SetPair(NamedList<CSettingDataPair>& pairs, std::string_view name, WStringView value,
+                  bool borrow)
+{
+    const unsigned hash = HashName(name);
+    CSettingDataPair* const pair = pairs.Find(name, hash);
+    if (pair != nullptr) {
+        pair->SetValue(value, borrow);
+        return 1;
+    }
+    pairs.Append(
+        GuardMemory([&] { return std::make_unique<CSettingDataPair>(name, value, borrow); }), hash);
+    return 0;
 }

@@ -17,6 +17,7 @@
 
 namespace tlvn {
 
+using SettingPairList = NamedList<CSettingDataPair>;
 using SettingKeyList = NamedList<CSettingDataKey>;
 
 // The key names that mark the first and the last line and can be no key's own.
@@ -30,10 +31,16 @@ struct SettingTextResult {
 };
 
 // Appends what is in `text` to `keys`. Of several pairs of one name the last wins, keys of one
-// name are merged. The text has to outlive the keys, or the values that are still what they were
-// in it. Lines may end in CR or LF alone; empty ones count for nothing. After a
-// failure `keys` holds what came before it.
+// name are merged. The text has to outlive the keys. Lines may end in CR or LF alone; empty ones
+// count for nothing. After a failure `keys` holds what came before it.
 TLVN_API SettingTextResult ReadSettingText(WStringView text, SettingKeyList& keys);
+
+// Sets the pairs of lines "name=value", of which each has a name, in `pairs`; their values stay
+// in the text. Returns 1 when a pair was replaced.
+int ReadPairLines(WStringView lines, SettingPairList& pairs);
+// Replaces the value of a pair and returns 1, or appends a new pair and returns 0. With `borrow`,
+// the characters of the value live longer than the pair and are not copied.
+int SetPair(SettingPairList& pairs, std::string_view name, WStringView value, bool borrow);
 
 // Replaces `out` with the text of `keys`, UTF-16.
 TLVN_API void WriteSettingText(const SettingKeyList& keys, CBuffer& out);

@@ -185,7 +185,8 @@ int CSettingData::GetValue(const char* key, const char* name, CStringW& out) con
     const CSettingDataPair* const pair = FindPair(key, name);
     if (pair == nullptr)
         return 0;
-    out = pair->GetValue();
+    const tlvn::WStringView value = pair->GetValueView();
+    out.SetString(value.data(), static_cast<int>(value.size()));
     return 1;
 }
 

@@ -16,6 +16,6 @@ namespace tlvn {
 // second file an existing file is written in place: first what goes behind its end, which is
 // taken back when the disk is full, then the rest. An end of the process just then may leave a
 // mixture.
-FileResult WriteWholeFile(const char* path, const void* data, std::size_t size);
+TLVN_API FileResult WriteWholeFile(const char* path, const void* data, std::size_t size);
 
 } // namespace tlvn

@@ -41,9 +41,9 @@ public:
     CREItem& operator=(const CREItem& other);
     ~CREItem();
 
-    void* m_program = nullptr; // CREProgram
-    void* m_context = nullptr; // CREMatchContext
-    CodeType m_codeType = CT_UNKNOWN;
+    void* m_program = nullptr;        // CREProgram
+    void* m_context = nullptr;        // CREMatchContext
+    CodeType m_codeType = CT_UNKNOWN; // of the pattern and the texts
 };
 
 class TLVN_API CRegExp {

@@ -4,66 +4,31 @@
 #pragma once
 
 #include "TlvnMisc.h"
+#include "tests/support/temp_folder.h"
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
-// A path in the folder for temporary files; the file there is removed at both ends of its life.
+// The path of a file in a folder of its own, and the file's raw content.
 class TempFile {
 public:
-    TempFile()
-    {
-        m_path = tlvn::GetTempFolder() + "tlvn_setting_" + std::to_string(GetRandom());
-        Remove();
-    }
-    ~TempFile() { Remove(); }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-
     const char* Path() const { return m_path.c_str(); }
-    bool Exists() const
-    {
-        tlvn::FileInfo info;
-        return static_cast<bool>(tlvn::GetFileInfo(Path(), info));
-    }
-    std::string Read() const
-    {
-        std::ifstream in(m_path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    void Write(const std::string& content) const
-    {
-        std::ofstream(m_path, std::ios::binary) << content;
-    }
-    // The content as UTF-16.
-    tlvn::WString ReadWide() const
-    {
-        const std::string bytes = Read();
-        tlvn::WString text;
-        for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
-            text += static_cast<WCHAR>(static_cast<BYTE>(bytes[i]) | static_cast<BYTE>(bytes[i + 1])
-                                                                         << 8);
-        return text;
-    }
-    void WriteWide(tlvn::WStringView text) const
+    std::string Read() const { return m_folder.Read("s"); }
+    void Write(const std::string& content) const { m_folder.Write("s", content); }
+    void Write(tlvn::WStringView text) const { Write(ToBytes(text)); }
+    // UTF-16 as it stands in a file.
+    static std::string ToBytes(tlvn::WStringView text)
     {
         std::string bytes;
         for (const WCHAR c : text) {
             bytes += static_cast<char>(c);
             bytes += static_cast<char>(c >> 8);
         }
-        Write(bytes);
+        return bytes;
     }
 
 private:
-    void Remove() const
-    {
-        tlvn::SetFileReadOnly(Path(), false);
-        tlvn::RemoveFile(Path());
-    }
-
-    std::string m_path;
+    const TempFolder m_folder;
+    const std::string m_path = m_folder.Path("s");
 };
 
 class Settings : public CSettingData {
@@ -77,3 +42,27 @@ public:
         return value;
     }
 };
+
+// The keys and pairs in order: "key: name=value name=value; key: ...".
+inline std::string Dump(const CSettingData& data)
+{
+    std::string text;
+    for (int i = 0; i < data.GetKeyList().GetSize(); ++i) {
+        const CSettingDataKey& key = *data.GetKeyList()[i];
+        text += std::string(key.GetName()) + ":";
+        for (int k = 0; k < key.GetPairs().GetSize(); ++k) {
+            const CSettingDataPair& pair = *key.GetPairs()[k];
+            text += " " + std::string(pair.GetName()) + "=";
+            text += CString(pair.GetValue());
+        }
+        text += "; ";
+    }
+    return text;
+}
+
+inline CString Message(UINT id)
+{
+    CString text;
+    text.LoadString(id);
+    return text;
+}

@@ -9,7 +9,6 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <functional>
 #include <grp.h>
 #include <random>
 #include <sys/resource.h>
@@ -20,31 +19,6 @@
 namespace {
 
 constexpr uid_t kNobody = 65534;
-
-// A folder of its own, removed with what is in it.
-class TempFolder {
-public:
-    TempFolder()
-    {
-        char name[] = "/tmp/tlvn_folder_XXXXXX";
-        m_path = mkdtemp(name);
-        chmod(m_path.c_str(), 0777);
-    }
-    ~TempFolder()
-    {
-        chmod(m_path.c_str(), 0777);
-        for (const char* file : {"/s", "/s.saving"}) {
-            rmdir((m_path + file).c_str());
-            unlink((m_path + file).c_str());
-        }
-        rmdir(m_path.c_str());
-    }
-    std::string File() const { return m_path + "/s"; }
-    const std::string& Path() const { return m_path; }
-
-private:
-    std::string m_path;
-};
 
 // All values are `generation`, so that a mixture of two files cannot pass for one.
 void FillGeneration(Settings& data, int generation, int pairs)
@@ -69,38 +43,38 @@ int StoredGeneration(const std::string& path, int pairs)
     return generation;
 }
 
-void SaveGeneration(const std::string& path, int generation, int pairs)
+bool Save(const std::string& path, int generation, int pairs)
 {
     Settings data;
     FillGeneration(data, generation, pairs);
-    ASSERT_EQ(data.SaveFile(path.c_str()), 1) << data.GetErrorMessage().GetString();
+    return data.SaveFile(path.c_str()) != 0;
 }
 
-// Runs `work` in a child process; its result is the child's exit code.
-int InChild(const std::function<int()>& work)
+// The same by a process of its own, which can write files of `limit` bytes and is nobody: neither
+// limits nor permissions bind root.
+bool SaveInChild(const std::string& path, int generation, int pairs, rlim_t limit = RLIM_INFINITY)
 {
     const pid_t child = fork();
-    if (child == 0)
-        _exit(work());
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit size = {limit, limit};
+        setrlimit(RLIMIT_FSIZE, &size);
+        if (getuid() == 0 &&
+            (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0))
+            _exit(99);
+        _exit(Save(path, generation, pairs) ? 1 : 0);
+    }
     int status = 0;
     waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 255;
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 1);
+    return WEXITSTATUS(status) == 1;
 }
 
-// Permissions do not bind root.
-void BecomeNobody()
+struct stat StatusOf(const std::string& path)
 {
-    if (getuid() == 0 &&
-        (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0))
-        _exit(99);
-}
-
-// The result of a save, as the exit code of a child.
-int SaveInChild(const std::string& path, int generation, int pairs)
-{
-    Settings data;
-    FillGeneration(data, generation, pairs);
-    return data.SaveFile(path.c_str()) != 0 ? 1 : 0;
+    struct stat status = {};
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    return status;
 }
 
 } // namespace
@@ -109,11 +83,11 @@ TEST(SaveSafety, KilledHalfWay)
 {
     constexpr int kPairs = 1000;
     constexpr int kKills = 300;
-    TempFolder folder;
-    const std::string path = folder.File();
-    SaveGeneration(path, 0, kPairs);
+    const TempFolder folder;
+    const std::string path = folder.Path("s");
+    ASSERT_TRUE(Save(path, 0, kPairs));
     const auto start = std::chrono::steady_clock::now();
-    SaveGeneration(path, 0, kPairs);
+    ASSERT_TRUE(Save(path, 0, kPairs));
     const auto took = std::chrono::steady_clock::now() - start;
     // The children live for up to three saves.
     const auto longest = static_cast<unsigned>(
@@ -124,12 +98,9 @@ TEST(SaveSafety, KilledHalfWay)
     for (int round = 0; round < kKills; ++round) {
         const pid_t child = fork();
         if (child == 0) {
-            Settings data;
-            for (int generation = last + 1;; ++generation) {
-                FillGeneration(data, generation, kPairs);
-                if (data.SaveFile(path.c_str()) == 0)
-                    _exit(1);
-            }
+            for (int generation = last + 1; Save(path, generation, kPairs);)
+                ++generation;
+            _exit(1);
         }
         usleep(static_cast<useconds_t>(random() % longest));
         kill(child, SIGKILL);
@@ -140,13 +111,13 @@ TEST(SaveSafety, KilledHalfWay)
         const int generation = StoredGeneration(path, kPairs);
         ASSERT_GE(generation, last) << "round " << round;
         last = generation;
-        leftBeside += access((path + ".saving").c_str(), F_OK) == 0;
+        leftBeside += folder.Exists("s.saving");
     }
     // Otherwise the kills missed the saves and showed nothing.
     EXPECT_GT(last, 10);
     EXPECT_GT(leftBeside, 10);
-    SaveGeneration(path, 1 << 20, kPairs);
-    EXPECT_NE(access((path + ".saving").c_str(), F_OK), 0);
+    EXPECT_TRUE(Save(path, 1 << 20, kPairs));
+    EXPECT_FALSE(folder.Exists("s.saving"));
 }
 
 // The limit on the size of a file stands for a full disk; it hits at different places of the
@@ -154,21 +125,15 @@ TEST(SaveSafety, KilledHalfWay)
 TEST(SaveSafety, DiskFull)
 {
     constexpr int kPairs = 100;
-    TempFolder folder;
-    const std::string path = folder.File();
-    SaveGeneration(path, 11, kPairs);
-    struct stat status;
-    ASSERT_EQ(stat(path.c_str(), &status), 0);
-    for (const off_t limit : {off_t{0}, off_t{1}, status.st_size / 2, status.st_size - 1}) {
-        EXPECT_EQ(InChild([&] {
-                      signal(SIGXFSZ, SIG_IGN);
-                      const rlimit size = {static_cast<rlim_t>(limit), static_cast<rlim_t>(limit)};
-                      setrlimit(RLIMIT_FSIZE, &size);
-                      return SaveInChild(path, 22, kPairs);
-                  }),
-                  0);
+    const TempFolder folder;
+    const std::string path = folder.Path("s");
+    chmod(folder.Path().c_str(), 0777);
+    ASSERT_TRUE(Save(path, 11, kPairs));
+    const auto size = static_cast<rlim_t>(StatusOf(path).st_size);
+    for (const rlim_t limit : {rlim_t{0}, rlim_t{1}, size / 2, size - 1}) {
+        EXPECT_FALSE(SaveInChild(path, 22, kPairs, limit));
         EXPECT_EQ(StoredGeneration(path, kPairs), 11);
-        EXPECT_NE(access((path + ".saving").c_str(), F_OK), 0);
+        EXPECT_FALSE(folder.Exists("s.saving"));
     }
 }
 
@@ -177,72 +142,47 @@ TEST(SaveSafety, DiskFull)
 TEST(SaveSafety, ReadOnlyFolder)
 {
     constexpr int kPairs = 100;
-    TempFolder folder;
-    const std::string path = folder.File();
-    SaveGeneration(path, 11, kPairs);
+    const TempFolder folder;
+    const std::string path = folder.Path("s");
+    ASSERT_TRUE(Save(path, 11, kPairs));
     chmod(path.c_str(), 0666);
     chmod(folder.Path().c_str(), 0555);
-    struct stat status;
-    ASSERT_EQ(stat(path.c_str(), &status), 0);
-
-    EXPECT_EQ(InChild([&] {
-                  BecomeNobody();
-                  signal(SIGXFSZ, SIG_IGN);
-                  const rlimit size = {static_cast<rlim_t>(status.st_size + 10),
-                                       static_cast<rlim_t>(status.st_size + 10)};
-                  setrlimit(RLIMIT_FSIZE, &size);
-                  return SaveInChild(path, 2222, kPairs);
-              }),
-              0);
+    const auto size = static_cast<rlim_t>(StatusOf(path).st_size);
+    EXPECT_FALSE(SaveInChild(path, 2222, kPairs, size + 10));
     EXPECT_EQ(StoredGeneration(path, kPairs), 11);
     for (const int generation : {3333, 4}) { // longer, shorter
-        EXPECT_EQ(InChild([&] {
-                      BecomeNobody();
-                      return SaveInChild(path, generation, kPairs);
-                  }),
-                  1);
+        EXPECT_TRUE(SaveInChild(path, generation, kPairs));
         EXPECT_EQ(StoredGeneration(path, kPairs), generation);
     }
-    const std::string fresh = folder.Path() + "/new";
-    EXPECT_EQ(InChild([&] {
-                  BecomeNobody();
-                  return SaveInChild(fresh, 1, 1);
-              }),
-              0);
-    EXPECT_NE(access(fresh.c_str(), F_OK), 0);
+    EXPECT_FALSE(SaveInChild(folder.Path("new"), 1, 1));
+    EXPECT_FALSE(folder.Exists("new"));
+    chmod(folder.Path().c_str(), 0777);
 }
 
 // What stands in the way under the name beside the file.
 TEST(SaveSafety, FolderInTheWay)
 {
-    TempFolder folder;
-    const std::string path = folder.File();
+    const TempFolder folder;
+    const std::string path = folder.Path("s");
     ASSERT_EQ(mkdir((path + ".saving").c_str(), 0777), 0);
-    Settings data;
-    data.SetValue("a", "x", 1);
-    EXPECT_EQ(data.SaveFile(path.c_str()), 0); // nothing to write in place
+    EXPECT_FALSE(Save(path, 1, 5)); // nothing to write in place
     rmdir((path + ".saving").c_str());
-    SaveGeneration(path, 1, 5);
+    EXPECT_TRUE(Save(path, 1, 5));
     ASSERT_EQ(mkdir((path + ".saving").c_str(), 0777), 0);
-    SaveGeneration(path, 2, 5);
+    EXPECT_TRUE(Save(path, 2, 5));
     EXPECT_EQ(StoredGeneration(path, 5), 2);
-
-    ASSERT_EQ(mkdir((folder.Path() + "/d").c_str(), 0777), 0);
-    EXPECT_EQ(data.SaveFile((folder.Path() + "/d").c_str()), 0);
-    rmdir((folder.Path() + "/d").c_str());
+    EXPECT_FALSE(Save(path + ".saving", 1, 5));
 }
 
 // A file that only its owner may read is not open to others after a save.
 TEST(SaveSafety, KeepsPermissions)
 {
-    TempFolder folder;
-    const std::string path = folder.File();
+    const TempFolder folder;
+    const std::string path = folder.Path("s");
     for (const mode_t mode : {mode_t{0600}, mode_t{0640}, mode_t{0666}}) {
-        SaveGeneration(path, 1, 5);
+        ASSERT_TRUE(Save(path, 1, 5));
         ASSERT_EQ(chmod(path.c_str(), mode), 0);
-        SaveGeneration(path, 2, 5);
-        struct stat status;
-        ASSERT_EQ(stat(path.c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 07777, mode);
+        EXPECT_TRUE(Save(path, 2, 5));
+        EXPECT_EQ(StatusOf(path).st_mode & 07777, mode);
     }
 }
