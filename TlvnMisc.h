@@ -56,3 +56,6 @@
 #include "editor/editor_wnd.h"
 #include "editor/link_range.h"
 #include "editor/metrics.h"
+
+#include "ui/accel_data.h"
+#include "ui/three_pane_wnd.h"

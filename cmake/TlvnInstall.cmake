@@ -7,7 +7,7 @@ install(TARGETS TlvnMisc EXPORT TlvnMiscTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES TlvnMisc.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TlvnMisc)
-foreach(layer platform framework foundation charcode mailtext persist editor ui)
+foreach(layer platform framework foundation charcode mailtext persist ui editor)
   install(DIRECTORY ${layer} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TlvnMisc
     FILES_MATCHING PATTERN "*.h" PATTERN "tables" EXCLUDE)
 endforeach()

@@ -12,8 +12,13 @@ endif()
 
 # tlvn_add_test(NAME [LIBRARY...])
 #   One executable of all sources in tests/NAME, linked with the library; run once as test NAME.
+#   On Windows with the resources there, too.
 function(tlvn_add_test name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+  if(WIN32)
+    file(GLOB resources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.rc")
+    list(APPEND sources ${resources})
+  endif()
   if(NOT sources)
     return()
   endif()
