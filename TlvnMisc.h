@@ -53,9 +53,16 @@
 #include "persist/zip/zip.h"
 
 #include "editor/color.h"
+#include "editor/ctrl_wheel.h"
+#include "editor/default_keys.h"
+#include "editor/editor_command.h"
 #include "editor/editor_wnd.h"
+#include "editor/input_method.h"
+#include "editor/line_marker.h"
 #include "editor/link_range.h"
 #include "editor/metrics.h"
+#include "editor/text_clipboard.h"
+#include "editor/text_pos.h"
 
 #include "ui/accel_data.h"
 #include "ui/three_pane_wnd.h"

@@ -2,9 +2,23 @@
 # Benchmarks beside their peers, natively:
 #   ./bench.sh [SUBSYSTEM...]      (default: all)
 # One table for each subsystem; the last column is how many times faster than the peer we are.
+# The editor is also timed under Wine, where it measures with the real font.
 set -euo pipefail
 cd "$(dirname "$0")"
+root=$PWD
 . scripts/install.sh
+. scripts/display.sh
+
+load_under_wine() {
+    cmake --preset windows -DTLVN_BUILD_BENCH=ON >/dev/null
+    configure_and_build windows bench_editor_load
+    . scripts/wine-env.sh
+    start_display 1280x1024
+    start_wine
+    run_wine build/windows/bin/bench_editor_load.exe
+    stop_wine
+    stop_display
+}
 
 install_packages native bench
 subsystems=("$@")
@@ -26,3 +40,11 @@ for subsystem in "${subsystems[@]}"; do
     echo "== $subsystem"
     "build/linux/bench/bench_$subsystem"
 done
+if [[ " ${subsystems[*]} " == *" editor "* ]]; then
+    echo "== editor, under Wine"
+    if install_packages native windows; then
+        (load_under_wine)
+    else
+        echo "NOT MEASURED: MinGW-w64 and Wine cannot be installed here."
+    fi
+fi

@@ -1,113 +1,157 @@
 #include "editor/document.h"
 
 #include "charcode/charset.h"
-#include "platform/multibyte.h"
+#include "foundation/multibyte.h"
+#include "framework/guard_memory.h"
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 
 namespace tlvn {
 
 namespace {
 
-// Cuts text into lines; Unit is char or WCHAR, `isPair` tells a double-byte character.
-template <class Unit, class IsPair>
-void Split(const char* text, int length, IsPair isPair, std::vector<CBuffer>& lines)
-{
-    constexpr int size = sizeof(Unit);
-    const auto unitAt = [&](int i) {
-        Unit unit;
-        std::memcpy(&unit, text + i, sizeof unit);
-        return unit;
-    };
-    int start = 0;
-    int i = 0;
-    const auto endLine = [&](int terminator) {
-        lines.emplace_back().Set(text + start, i - start);
-        i += terminator;
-        start = i;
-    };
-    while (i + size <= length) {
-        const Unit unit = unitAt(i);
-        if (unit == '\n')
-            endLine(size);
-        else if (unit == '\r')
-            endLine(i + 2 * size <= length && unitAt(i + size) == '\n' ? 2 * size : size);
-        else
-            i += isPair(i) ? 2 * size : size;
-    }
-    i = length;
-    endLine(0);
-}
+// Lines with fewer physical lines are wrapped as a whole after a change.
+constexpr std::size_t kManyRows = 32;
 
 } // namespace
 
-Document::Document() : m_codeType(CT_ASCII), m_lines(1), m_headerLines(0) {}
+Document::Document() : m_codeType(CT_ASCII) {}
 
-void Document::Set(CodeType codeType, const char* text, int length)
+void Document::Clear()
 {
-    m_codeType = codeType;
+    m_lines.Clear();
+    TextPool().Swap(m_pool);
     m_headerLines = 0;
-    m_lines = SplitLines(text, length);
+    m_quotes.Clear();
 }
 
-void Document::SetHeader(const char* text, int length)
+void Document::SetCodeType(CodeType codeType)
 {
-    std::vector<CBuffer> lines = SplitLines(text, length);
-    const int count = static_cast<int>(lines.size());
-    lines.insert(lines.end(), std::make_move_iterator(m_lines.begin() + m_headerLines),
-                 std::make_move_iterator(m_lines.end()));
-    m_lines = std::move(lines);
-    m_headerLines = count;
+    if (codeType == m_codeType)
+        return;
+    const bool wasWide = IsWide();
+    const CodeType oldType = m_codeType;
+    m_codeType = codeType;
+    if (wasWide == IsWide()) {
+        m_lines.ChangeAll([](CLLineData& line) { line.ForgetLinks(); });
+        RewrapAll();
+        return;
+    }
+    const UINT page = CharSetCode2CodePage(wasWide ? codeType : oldType);
+    GuardMemory([&] {
+        std::string narrow;
+        WString wide;
+        m_lines.ChangeAll([&](CLLineData& line) {
+            const auto length = static_cast<std::size_t>(line.GetLength());
+            if (wasWide) {
+                wide.resize(length / 2);
+                std::memcpy(wide.data(), line.GetText(), length);
+                ConvertFromUtf16(page, wide, narrow);
+                line.Replace(0, line.GetLength(), narrow.data(), static_cast<int>(narrow.size()));
+            } else {
+                ConvertToUtf16(page, std::string_view(line.GetText(), length), wide);
+                line.Replace(0, line.GetLength(), reinterpret_cast<const char*>(wide.data()),
+                             static_cast<int>(2 * wide.size()));
+            }
+        });
+    });
+    TextPool().Swap(m_pool);
+    RewrapAll();
 }
 
-bool Document::IsWide() const
+void Document::SetLayout(const LineLayout* layout)
 {
-    return IsCodeTypeUnicode(m_codeType) != 0;
+    m_layout = layout;
+    RewrapAll();
+}
+
+void Document::RewrapAll()
+{
+    const CApplyLocale locale(m_codeType);
+    m_quotes.Clear();
+    m_lines.ChangeAll([this](CLLineData& line) { WrapLine(line); });
+}
+
+const std::vector<CEditorLineRange>& Document::GetLinks(int line) const
+{
+    const CApplyLocale locale(m_codeType);
+    return GetLine(line).GetLinks(m_codeType);
 }
 
 void Document::GetLineUnits(int line, int maxUnits, WString& out) const
 {
-    const CBuffer& text = GetLine(line);
+    const CLLineData& text = GetLine(line);
     // No unit takes more than two bytes.
     const auto length =
         static_cast<std::size_t>(std::min<INT64>(text.GetLength(), INT64{maxUnits} * 2));
     if (!IsWide()) {
-        ConvertToUtf16(CharSetCode2CodePage(m_codeType), std::string_view(text, length), out);
+        ConvertToUtf16(CharSetCode2CodePage(m_codeType), std::string_view(text.GetText(), length),
+                       out);
         return;
     }
     out.resize(length / 2);
-    if (!out.empty())
-        std::memcpy(out.data(), text.GetBuffer(), out.size() * 2);
+    std::memcpy(out.data(), text.GetText(), out.size() * 2);
 }
 
-int Document::CountColumns(int line) const
+int Document::CheckedLength(const char* text, int length) const
 {
-    const CBuffer& text = GetLine(line);
-    if (!IsWide())
-        return text.GetLength();
-    int columns = 0;
-    for (int i = 0; i + 2 <= text.GetLength(); i += 2) {
-        WCHAR unit;
-        std::memcpy(&unit, text.GetBuffer() + i, sizeof unit);
-        columns += unit < 0x100 || (unit >= 0xFF61 && unit <= 0xFFDC) ? 1 : 2;
-    }
-    return columns;
-}
-
-std::vector<CBuffer> Document::SplitLines(const char* text, int length) const
-{
-    std::vector<CBuffer> lines;
     if (text == nullptr || length < 0)
-        length = 0;
-    if (IsWide())
-        Split<WCHAR>(
-            text, length, [](int) { return false; }, lines);
-    else
-        Split<char>(
-            text, length, [&](int i) { return IsDoubleByte(text + i, text + length); }, lines);
-    return lines;
+        return 0;
+    return IsWide() ? length / 2 * 2 : length;
+}
+
+void Document::WrapLine(CLLineData& line)
+{
+    SetQuoteEntry(line);
+    GuardMemory([&] {
+        m_rows.clear();
+        if (m_layout != nullptr)
+            m_layout->Wrap(line, m_rows);
+        else
+            m_rows.push_back({0, 0});
+    });
+    line.SetPhysicalLines(m_rows);
+}
+
+// After `removed` bytes at `byte` have been replaced by `inserted`: only the rows that look at
+// them are cut again, up to where the old cuts are met.
+void Document::WrapChangedLine(CLLineData& line, int byte, int removed, int inserted,
+                               bool linksMatter)
+{
+    const auto rows = line.GetPhysicalLines();
+    if (m_layout == nullptr || linksMatter || rows.size() < kManyRows) {
+        WrapLine(line);
+        return;
+    }
+    SetQuoteEntry(line);
+    GuardMemory([&] {
+        const int reach = m_layout->GetReach(line);
+        std::size_t kept = 0;
+        if (reach >= 0) {
+            const auto changed =
+                std::upper_bound(rows.begin(), rows.end(), byte - reach,
+                                 [](int b, const PhysicalLine& row) { return b < row.start; });
+            kept = static_cast<std::size_t>(changed - rows.begin());
+            // A row ends where the next one starts; the last ends with the text.
+            kept = std::min(kept, rows.size() - 1);
+        }
+        m_rows.assign(rows.begin(), rows.begin() + static_cast<std::ptrdiff_t>(kept));
+        OldBreaks old(rows, byte + removed, inserted - removed);
+        m_layout->WrapFrom(line, rows[kept].start, m_rows, old);
+        for (const PhysicalLine& row : old.GetRest())
+            m_rows.push_back({row.start + old.GetMoved(), row.width});
+    });
+    line.SetPhysicalLines(m_rows);
+}
+
+void Document::SetQuoteEntry(CLLineData& line)
+{
+    m_quoteMarks.clear();
+    if (m_layout != nullptr)
+        GuardMemory([&] { m_layout->GetQuoteMarks(line, m_quoteMarks); });
+    line.SetQuoteEntry(
+        m_quotes.Enter(m_quoteMarks.data(), static_cast<int>(m_quoteMarks.size()), m_codeType));
 }
 
 } // namespace tlvn

@@ -1,15 +1,17 @@
 #include "editor/editor_wnd.h"
 
 #include "charcode/charset.h"
-
-#include <algorithm>
+#include "editor/char_widths.h"
+#include "editor/line_wrap.h"
+#include "editor/row_pixels.h"
+#include "framework/display_settings.h"
 
 namespace {
 
 const char kWindowClass[] = "TolvanEditorWndClass";
 
-// Pixels between the edges of the window and the text.
-constexpr int kMargin = 8;
+// WM_DPICHANGED_AFTERPARENT, which older headers do not have.
+constexpr UINT kDpiChangedMessage = 0x02E3;
 
 } // namespace
 
@@ -17,22 +19,60 @@ IMPLEMENT_DYNAMIC(CEditorWnd, CWnd)
 
 BEGIN_MESSAGE_MAP(CEditorWnd, CWnd)
 ON_WM_CREATE()
+ON_WM_DESTROY()
 ON_WM_PAINT()
+ON_WM_NCPAINT()
 ON_WM_ERASEBKGND()
 ON_WM_SIZE()
 ON_WM_VSCROLL()
 ON_WM_HSCROLL()
 ON_WM_MOUSEWHEEL()
+ON_WM_LBUTTONDOWN()
+ON_WM_LBUTTONUP()
+ON_WM_LBUTTONDBLCLK()
+ON_WM_RBUTTONDOWN()
+ON_WM_MOUSEMOVE()
+ON_WM_SETCURSOR()
+ON_WM_CAPTURECHANGED()
+ON_WM_CANCELMODE()
+ON_WM_TIMER()
+ON_WM_SETFOCUS()
+ON_WM_KILLFOCUS()
+ON_WM_GETDLGCODE()
+ON_WM_SYSCOLORCHANGE()
+ON_WM_SETTINGCHANGE()
+ON_MESSAGE(kDpiChangedMessage, &CEditorWnd::OnDpiChanged)
+ON_MESSAGE(WM_GETTEXT, &CEditorWnd::OnGetText)
+ON_MESSAGE(WM_GETTEXTLENGTH, &CEditorWnd::OnGetTextLength)
+ON_MESSAGE(EM_GETSEL, &CEditorWnd::OnGetSel)
+ON_MESSAGE(EM_SETSEL, &CEditorWnd::OnSetSel)
+ON_WM_CHAR()
+ON_MESSAGE(WM_COPY, &CEditorWnd::OnCopy)
+ON_MESSAGE(WM_CUT, &CEditorWnd::OnCut)
+ON_MESSAGE(WM_PASTE, &CEditorWnd::OnPaste)
+ON_MESSAGE(WM_CLEAR, &CEditorWnd::OnClear)
+ON_MESSAGE(WM_UNDO, &CEditorWnd::OnUndo)
+ON_MESSAGE(EM_UNDO, &CEditorWnd::OnUndo)
+ON_MESSAGE(EM_CANUNDO, &CEditorWnd::OnCanUndo)
+ON_MESSAGE(EM_REPLACESEL, &CEditorWnd::OnReplaceSel)
+ON_MESSAGE(WM_IME_CHAR, &CEditorWnd::OnImeChar)
+ON_MESSAGE(WM_IME_STARTCOMPOSITION, &CEditorWnd::OnImeStartComposition)
+ON_MESSAGE(WM_IME_COMPOSITION, &CEditorWnd::OnImeComposition)
+ON_MESSAGE(WM_IME_ENDCOMPOSITION, &CEditorWnd::OnImeEndComposition)
+ON_MESSAGE(WM_IME_REQUEST, &CEditorWnd::OnImeRequest)
 END_MESSAGE_MAP()
 
 CEditorWnd::CEditorWnd()
-    : m_charHeight(1), m_charWidth(1), m_columns(0), m_topLine(0), m_leftColumn(0), m_wheelRest(0),
-      m_scrollStyle(0)
-{}
+    : m_widths(std::make_unique<tlvn::CharWidths>()), m_pixels(std::make_unique<tlvn::RowPixels>())
+{
+    m_model.SetChangeListener([this](const tlvn::TextChange& change) { OnTextChange(change); });
+}
 
 CEditorWnd::~CEditorWnd()
 {
     DestroyWindow();
+    ClearTextViewRangeArray(m_found);
+    FreeBuffer();
 }
 
 int CEditorWnd::CreateEditorWnd(DWORD exStyle, DWORD style, const CRect& rect, CWnd* parent,
@@ -41,259 +81,143 @@ int CEditorWnd::CreateEditorWnd(DWORD exStyle, DWORD style, const CRect& rect, C
     m_metrics = metrics;
     m_colors = colors;
     m_scrollStyle = style & (WS_VSCROLL | WS_HSCROLL);
+    m_model.SetFreeCursor(m_metrics.GetFreeCursor() != 0);
     tlvn::RegisterWindowClass(kWindowClass, CS_DBLCLKS, tlvn::LoadStandardCursor(IDC_IBEAM));
-    return CreateEx(exStyle, kWindowClass, nullptr, style, rect, parent, id) ? 1 : 0;
-}
-
-int CEditorWnd::SetDocument(CodeType codeType, const char* text, int length)
-{
-    m_document.Set(codeType, text, length);
-    m_topLine = 0;
-    m_leftColumn = 0;
-    SetCurrentFont();
-    MeasureDocument();
-    return 1;
-}
-
-void CEditorWnd::InsertHeaderText(const char* text, int length)
-{
-    m_document.SetHeader(text, length);
-    MeasureDocument();
-}
-
-int CEditorWnd::GetLogicalLineCt(int withHeader) const
-{
-    return m_document.GetLineCount() - (withHeader != 0 ? 0 : m_document.GetHeaderLineCount());
-}
-
-int CEditorWnd::GetVisibleLineCt() const
-{
-    CRect client;
-    GetClientRect(&client);
-    return (client.Height() + m_metrics.GetLineSpace() - kMargin) / GetLineHeight();
-}
-
-int CEditorWnd::GetVisibleColCt() const
-{
-    CRect client;
-    GetClientRect(&client);
-    return (client.Width() - kMargin) / m_charWidth;
-}
-
-void CEditorWnd::ScrollToVertPos(int line)
-{
-    const int last = m_document.GetLineCount() - std::max(GetVisibleLineCt(), 1);
-    line = std::clamp(line, 0, std::max(last, 0));
-    if (line == m_topLine)
-        return;
-    m_topLine = line;
-    UpdateScrollBars();
-    Invalidate(FALSE);
-}
-
-void CEditorWnd::ScrollToHorzPos(int column)
-{
-    column = std::clamp(column, 0, std::max(m_columns - GetVisibleColCt(), 0));
-    if (column == m_leftColumn)
-        return;
-    m_leftColumn = column;
-    UpdateScrollBars();
-    Invalidate(FALSE);
+    if (CreateEx(exStyle, kWindowClass, nullptr, style, rect, parent, id))
+        return 1;
+    AfxMessageBox("Failed to create editor window");
+    return 0;
 }
 
 int CEditorWnd::OnCreate(LPCREATESTRUCT create)
 {
     if (CWnd::OnCreate(create) == -1)
         return -1;
+    m_textCursor = tlvn::LoadStandardCursor(IDC_IBEAM);
+    m_arrowCursor = tlvn::LoadStandardCursor(IDC_ARROW);
+    m_linkCursor = tlvn::LoadStandardCursor(IDC_HAND);
+    UpdateDrawColors();
+    SelectRulerFont();
     SetCurrentFont();
-    MeasureDocument();
+    if (GetDoc().GetLineCount() == 0)
+        m_model.Append("", 0);
+    if (m_readOnly != 0)
+        m_inputContext = ::ImmAssociateContext(m_hWnd, nullptr);
+    FollowDocumentSize();
     return 0;
 }
 
-void CEditorWnd::OnPaint()
+void CEditorWnd::OnDestroy()
 {
-    CPaintDC dc(this);
-    CRect client;
-    GetClientRect(&client);
-    const CRect painted(dc.m_ps.rcPaint);
-    CFont* oldFont = dc.SelectObject(&m_font);
-    dc.SetBkMode(TRANSPARENT);
-
-    const int top = kMargin;
-    if (painted.top < top)
-        dc.FillSolidRect(CRect(0, 0, client.right, top), m_document.GetHeaderLineCount() > m_topLine
-                                                             ? m_colors.GetHeaderBackColor()
-                                                             : m_colors.GetBackColor());
-    int line = m_topLine + std::max<int>(painted.top - top, 0) / GetLineHeight();
-    int y = top + (line - m_topLine) * GetLineHeight();
-    for (; y < painted.bottom && line < m_document.GetLineCount(); ++line, y += GetLineHeight())
-        DrawLine(dc, line, y, client);
-    if (y < painted.bottom)
-        dc.FillSolidRect(CRect(0, y, client.right, painted.bottom), m_colors.GetBackColor());
-
-    dc.SelectObject(oldFont);
+    EndDrag();
+    DestroyCaretIfMade();
+    FreeBuffer();
+    m_scroll[SB_HORZ] = m_scroll[SB_VERT] = {};
+    CWnd::OnDestroy();
 }
 
-// Row by row the background and the text are drawn; nothing shines through in between because
-// OnEraseBkgnd draws nothing.
-void CEditorWnd::DrawLine(CDC& dc, int line, int y, const CRect& client)
+void CEditorWnd::SetEditorNotifyProc(EditorNotifyProc procedure, DWORD user)
 {
-    const bool header = line < m_document.GetHeaderLineCount();
-    dc.FillSolidRect(CRect(0, y, client.right, y + GetLineHeight()),
-                     header ? m_colors.GetHeaderBackColor() : m_colors.GetBackColor());
-    dc.SetTextColor(m_colors.GetTextColor());
+    m_notify = procedure;
+    m_notifyUser = user;
+}
 
-    // No unit is narrower than a column, so more units than columns never show.
-    const int columns = m_leftColumn + GetVisibleColCt() + 1;
-    tlvn::WString units;
-    m_document.GetLineUnits(line, columns, units);
+void CEditorWnd::Notify(EditorNotify what)
+{
+    if (m_notify != nullptr)
+        m_notify(this, what, m_notifyUser);
+}
 
-    const int origin = kMargin - m_leftColumn * m_charWidth;
-    const int tabWidth = m_metrics.GetTabColumn() * m_charWidth;
-    int x = origin;
-    tlvn::WStringView rest(units);
-    while (!rest.empty() && x < client.right) {
-        const auto run = rest.substr(0, rest.find(WCHAR('\t')));
-        const int length = static_cast<int>(run.size());
-        if (length > 0) {
-            ::ExtTextOutW(dc.m_hDC, x, y, 0, nullptr, run.data(), static_cast<UINT>(length),
-                          nullptr);
-        }
-        if (run.size() == rest.size())
-            break;
-        SIZE extent{};
-        ::GetTextExtentPoint32W(dc.m_hDC, run.data(), length, &extent);
-        x += extent.cx;
-        x = origin + ((x - origin) / tabWidth + 1) * tabWidth;
-        rest.remove_prefix(run.size() + 1);
+// --- state ---------------------------------------------------------------------------------
+
+void CEditorWnd::SetReadOnly(int on)
+{
+    on = on != 0;
+    if (m_readOnly == on)
+        return;
+    m_readOnly = on;
+    if (!HasWindow())
+        return;
+    if (on != 0) {
+        m_inputContext = ::ImmAssociateContext(m_hWnd, nullptr);
+    } else {
+        ::ImmAssociateContext(m_hWnd, m_inputContext);
+        m_inputContext = nullptr;
     }
+    if (!IsCaretUsed())
+        DestroyCaretIfMade();
+    else if (::GetFocus() == m_hWnd)
+        CreateCaretIfUsed();
+    InvalidateColIndicator(GetCaretColumn());
 }
 
-// Painting covers every pixel.
-BOOL CEditorWnd::OnEraseBkgnd(CDC*)
+void CEditorWnd::SetInsertMode(int on)
 {
-    return TRUE;
+    on = on != 0;
+    if (m_insertMode == on)
+        return;
+    m_insertMode = on;
+    if (m_caretMade) {
+        DestroyCaretIfMade();
+        CreateCaretIfUsed();
+    }
+    Notify(EditorNotifyInsertMode);
 }
 
-void CEditorWnd::OnSize(UINT type, int width, int height)
+void CEditorWnd::SetForPrint(int on)
 {
-    CWnd::OnSize(type, width, height);
-    UpdateScrollBars();
-    ScrollToVertPos(m_topLine);
-    ScrollToHorzPos(m_leftColumn);
+    const bool forPrint = on != 0;
+    if (m_forPrint == forPrint)
+        return;
+    m_forPrint = forPrint;
+    UpdateAutoTurn();
+    if (HasWindow())
+        Invalidate(FALSE);
+}
+
+void CEditorWnd::OnSetFocus(CWnd*)
+{
+    CreateCaretIfUsed();
+    InvalidateColIndicator(GetCaretColumn());
+}
+
+// The selection stays, and stays visible.
+void CEditorWnd::OnKillFocus(CWnd*)
+{
+    m_typedHalf = 0;
+    DestroyCaretIfMade();
+    InvalidateColIndicator(GetCaretColumn());
+}
+
+UINT CEditorWnd::OnGetDlgCode()
+{
+    const UINT always = DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_HASSETSEL;
+    return m_readOnly != 0 ? always : always | DLGC_WANTALLKEYS | DLGC_WANTTAB;
+}
+
+// --- display settings ----------------------------------------------------------------------
+
+void CEditorWnd::OnSysColorChange()
+{
+    UpdateDrawColors();
     Invalidate(FALSE);
 }
 
-void CEditorWnd::OnVScroll(UINT code, UINT, CScrollBar*)
+void CEditorWnd::OnSettingChange(UINT, LPCSTR)
 {
-    const int page = std::max(GetVisibleLineCt() - 2, 1);
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    switch (code) {
-    case SB_LINEUP:
-        return ScrollToVertPos(m_topLine - 1);
-    case SB_LINEDOWN:
-        return ScrollToVertPos(m_topLine + 1);
-    case SB_PAGEUP:
-        return ScrollToVertPos(m_topLine - page);
-    case SB_PAGEDOWN:
-        return ScrollToVertPos(m_topLine + page);
-    case SB_TOP:
-        return ScrollToVertPos(0);
-    case SB_BOTTOM:
-        return ScrollToVertPos(m_document.GetLineCount());
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        // The message carries 16 bits of the position only.
-        GetScrollInfo(SB_VERT, &info, SIF_TRACKPOS);
-        return ScrollToVertPos(info.nTrackPos);
-    default:
-        return;
-    }
-}
-
-void CEditorWnd::OnHScroll(UINT code, UINT, CScrollBar*)
-{
-    const int page = std::max(GetVisibleColCt() - 2, 1);
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    switch (code) {
-    case SB_LINELEFT:
-        return ScrollToHorzPos(m_leftColumn - 1);
-    case SB_LINERIGHT:
-        return ScrollToHorzPos(m_leftColumn + 1);
-    case SB_PAGELEFT:
-        return ScrollToHorzPos(m_leftColumn - page);
-    case SB_PAGERIGHT:
-        return ScrollToHorzPos(m_leftColumn + page);
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        GetScrollInfo(SB_HORZ, &info, SIF_TRACKPOS);
-        return ScrollToHorzPos(info.nTrackPos);
-    default:
-        return;
-    }
-}
-
-BOOL CEditorWnd::OnMouseWheel(UINT, short delta, CPoint)
-{
-    UINT lines = 3;
-    SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
-    if (lines == WHEEL_PAGESCROLL)
-        lines = static_cast<UINT>(std::max(GetVisibleLineCt() - 2, 1));
-    m_wheelRest += delta * static_cast<int>(lines);
-    ScrollToVertPos(m_topLine - m_wheelRest / WHEEL_DELTA);
-    m_wheelRest %= WHEEL_DELTA;
-    return TRUE;
-}
-
-void CEditorWnd::SetCurrentFont()
-{
-    if (m_hWnd == nullptr)
-        return;
-    CClientDC dc(this);
-    const LOGFONTW font = m_metrics.GetFont().MakeLogFont(
-        dc.GetDeviceCaps(LOGPIXELSY), CharSetCode2FontCharSet(m_document.GetCodeType()));
-    m_font.DeleteObject();
-    m_font.Attach(::CreateFontIndirectW(&font));
-
-    CFont* oldFont = dc.SelectObject(&m_font);
-    TEXTMETRICW metric{};
-    ::GetTextMetricsW(dc.m_hDC, &metric);
-    // Fonts whose half-width and full-width cells differ do not agree on what tmAveCharWidth is.
-    static const WCHAR letters[] = TW("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
-    constexpr int count = 52;
-    SIZE extent{};
-    ::GetTextExtentPoint32W(dc.m_hDC, letters, count, &extent);
-    dc.SelectObject(oldFont);
-    m_charHeight = std::max<int>(metric.tmHeight, 1);
-    m_charWidth = std::max<int>((extent.cx + count / 2) / count, 1);
-}
-
-void CEditorWnd::MeasureDocument()
-{
-    m_columns = 0;
-    for (int line = 0; line < m_document.GetLineCount(); ++line)
-        m_columns = std::max(m_columns, m_document.CountColumns(line));
-    if (m_hWnd == nullptr)
-        return;
-    UpdateScrollBars();
+    UpdateDrawColors();
     Invalidate(FALSE);
 }
 
-void CEditorWnd::UpdateScrollBars()
+LRESULT CEditorWnd::OnDpiChanged(WPARAM, LPARAM)
 {
-    const auto update = [this](int bar, int count, int page, int pos) {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-        info.nMax = std::max(count - 1, 0);
-        info.nPage = static_cast<UINT>(std::max(page, 1));
-        info.nPos = pos;
-        SetScrollInfo(bar, &info, TRUE);
-    };
-    if ((m_scrollStyle & WS_VSCROLL) != 0)
-        update(SB_VERT, m_document.GetLineCount(), GetVisibleLineCt(), m_topLine);
-    if ((m_scrollStyle & WS_HSCROLL) != 0)
-        update(SB_HORZ, m_columns, GetVisibleColCt(), m_leftColumn);
+    SelectRulerFont();
+    SetCurrentFont();
+    FollowDocumentSize();
+    if (m_caretMade) {
+        DestroyCaretIfMade();
+        CreateCaretIfUsed();
+    }
+    Invalidate(FALSE);
+    return 0;
 }

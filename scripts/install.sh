@@ -5,7 +5,8 @@
 native_packages="g++ cmake ninja-build libicu-dev zlib1g-dev libminizip-dev googletest python3
     unzip zip p7zip-full"
 bench_packages="libuchardet-dev manpages-ja libgmime-3.0-dev libglib2.0-dev libssl-dev
-    pkg-config libonig-dev libpcre2-dev libre2-dev qtbase5-dev"
+    pkg-config libonig-dev libpcre2-dev libre2-dev qtbase5-dev
+    libqscintilla2-qt5-dev fonts-ipafont-gothic"
 fuzz_packages="clang libclang-rt-14-dev"
 windows_packages="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 wine xvfb xauth
     fonts-ipafont-gothic fonts-wine imagemagick"

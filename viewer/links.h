@@ -1,8 +1,6 @@
 // Links in the text of a mail: URLs, paths of files, mail addresses.
 //
-// They are those that the library's finders give (mailtext/url_finder.h, mail_finder.h) on each
-// line in UTF-16, the first first; where two would overlap, the one that starts first counts, of
-// two at one place the URL.
+// They are those that the editor finds (editor/link_range.h) in each line, taken as UTF-16.
 
 #pragma once
 

@@ -1,91 +1,206 @@
-#include "TlvnMisc.h"
 #include "editor/document.h"
+
+#include "tests/support/edit_model.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+using namespace std::string_literals;
+using edit_model::LinesOf;
+using Texts = std::vector<std::string>;
+
 namespace {
 
-std::vector<std::string> Lines(const tlvn::Document& document)
+void Set(tlvn::Document& document, CodeType type, const std::string& text)
 {
-    std::vector<std::string> lines;
-    for (int i = 0; i < document.GetLineCount(); ++i) {
-        const CBuffer& line = document.GetLine(i);
-        lines.emplace_back(line, static_cast<std::size_t>(line.GetLength()));
-    }
-    return lines;
+    document.Set(type, text.data(), static_cast<int>(text.size()));
+}
+
+std::string Copy(const tlvn::Document& document, const CTextPos& from, const CTextPos& to,
+                 const tlvn::TextForm& form = {})
+{
+    CBuffer out("x");
+    document.CopyRange(from, to, form, out);
+    return std::string(out, static_cast<std::size_t>(out.GetLength()));
 }
 
 } // namespace
 
 // Every terminator alone and in company; a line after the last one; line-end bytes that are not
-// line ends because they are the second half of something.
+// line ends because they are the second half of something; halves of units and lying lengths.
 TEST(Document, CutsTextIntoLines)
 {
-    using Texts = std::vector<std::string>;
     const struct {
+        CodeType type;
         std::string text;
         Texts lines;
-    } narrow[] = {
-        {"", {""}},
-        {"w\r\nx\ny\rz", {"w", "x", "y", "z"}},
-        {"a\r\n", {"a", ""}},
-        {"\n\r\r\n", {"", "", "", ""}},
-        {std::string("a\0b\n", 4), {std::string("a\0b", 3), ""}},
-        {"\x82\nx", {"\x82", "x"}}, // a lead byte without its trail byte
-        {"\x82\xA0\r", {"\x82\xA0", ""}},
+    } cases[] = {
+        {CT_SJIS, "w\rx\ny\r\nz", {"w", "x", "y", "z"}},
+        {CT_SJIS, "\x82\nx", {"\x82", "x"}}, // a lead byte without its trail byte
+        {CT_SJIS, "\x82\xA0\r", {"\x82\xA0", ""}},
+        // U+0D0A and U+0A0D are letters, the odd byte at the end is no unit.
+        {CT_UNICODE, "\x0A\x0D\x0D\x0A\x0D\0\x0A\0a\0b"s, {"\x0A\x0D\x0D\x0A", "a\0"s}},
     };
     tlvn::Document document;
-    EXPECT_EQ(Lines(document), Texts{""});
-    for (const auto& c : narrow) {
-        document.Set(CT_SJIS, c.text.data(), static_cast<int>(c.text.size()));
-        EXPECT_EQ(Lines(document), c.lines);
+    EXPECT_EQ(document.GetLineCount(), 0);
+    for (const auto& c : cases) {
+        Set(document, c.type, c.text);
+        EXPECT_EQ(LinesOf(document), c.lines);
     }
-    // U+0D0A and U+0A0D are letters, and the odd byte at the end is kept.
-    const std::string wide("\x0A\x0D\x0D\x0A\x0D\0\x0A\0a\0b", 11);
-    document.Set(CT_UNICODE, wide.data(), 11);
-    EXPECT_EQ(Lines(document), (Texts{"\x0A\x0D\x0D\x0A", std::string("a\0b", 3)}));
     document.Set(CT_SJIS, nullptr, 5);
-    EXPECT_EQ(Lines(document), Texts{""});
+    EXPECT_EQ(LinesOf(document), Texts{""});
 }
 
-TEST(Document, HeaderBlockStandsInFrontAndIsReplacedAsAWhole)
+TEST(Document, AppendsLinesQuotedAndConverted)
 {
     tlvn::Document document;
-    document.Set(CT_SJIS, "body", 4);
-    document.SetHeader("From: a\r\nTo: b", 14);
-    EXPECT_EQ(document.GetHeaderLineCount(), 2);
-    EXPECT_EQ(Lines(document), (std::vector<std::string>{"From: a", "To: b", "body"}));
-    document.SetHeader("X", 1);
-    EXPECT_EQ(Lines(document), (std::vector<std::string>{"X", "body"}));
-    document.Set(CT_SJIS, "new", 3);
-    EXPECT_EQ(document.GetHeaderLineCount(), 0);
+    Set(document, CT_SJIS, "a");
+    document.Append("b\r\n\x82\xA0", 5, "> ");
+    EXPECT_EQ(LinesOf(document), (Texts{"a", "> b", "> \x82\xA0"}));
+    tlvn::Document wide;
+    Set(wide, CT_UNICODE, "x\0"s);
+    wide.Append(document);
+    EXPECT_EQ(LinesOf(wide), (Texts{"x\0"s, "a\0"s, ">\0 \0b\0"s, ">\0 \0\x42\x30"s}));
+    wide.SetCodeType(CT_SJIS);
+    EXPECT_EQ(LinesOf(wide), (Texts{"x", "a", "> b", "> \x82\xA0"}));
 }
 
-TEST(Document, GivesTheStartOfALineAsUtf16)
+TEST(Document, CopiesOut)
 {
+    const tlvn::TextForm final{"", true, true}, quoted{"> ", true, false}, joined{"", false, true};
+    const struct {
+        std::string text;
+        tlvn::TextForm form;
+        std::string expected;
+    } cases[] = {
+        {"w\n", final, "w\r\n"},            // ends with one already
+        {"w\n\n", quoted, "> w\r\n> \r\n"}, // the empty last line is not quoted, others are
+        {"w\nx", joined, "wx"},
+    };
     tlvn::Document document;
-    document.Set(CT_SJIS, "\x82\xA0\xB1z", 4);
-    tlvn::WString units;
-    document.GetLineUnits(0, 100, units);
-    EXPECT_EQ(units, TW("\x3042\xFF71z"));
-    document.GetLineUnits(0, 1, units);
-    EXPECT_EQ(units.substr(0, 1), TW("\x3042"));
-    document.Set(CT_UNICODE, "a\0b\0c", 5);
-    document.GetLineUnits(0, 100, units);
-    EXPECT_EQ(units, TW("ab"));
-    document.GetLineUnits(0, 1, units);
-    EXPECT_EQ(units, TW("a"));
+    for (const auto& c : cases) {
+        Set(document, CT_SJIS, c.text);
+        EXPECT_EQ(Copy(document, CTextPos(), document.GetDocEnd(), c.form), c.expected);
+    }
+    Set(document, CT_SJIS, "ab\ncd\nef");
+    EXPECT_EQ(Copy(document, CTextPos(2, 1), CTextPos(0, 1)), "b\r\ncd\r\ne"); // either order
+    EXPECT_EQ(Copy(document, CTextPos(1, 1), CTextPos(99, 0)), "d\r\nef");
 }
 
-TEST(Document, CountsColumns)
+// A buffer that is too small gets whole characters and its zero.
+TEST(Document, CopiesIntoSmallBuffers)
 {
     tlvn::Document document;
-    document.Set(CT_SJIS, "a\x82\xA0\xB1", 4);
-    EXPECT_EQ(document.CountColumns(0), 4);
-    const tlvn::WString wide = TW("a\x00E9\x3042\xFF71\xFF21\xD842\xDFB7");
-    document.Set(CT_UNICODE, reinterpret_cast<const char*>(wide.data()), 14);
-    EXPECT_EQ(document.CountColumns(0), 1 + 1 + 2 + 1 + 2 + 4);
+    Set(document, CT_SJIS, "a\x82\xA0\nb");
+    const int lengths[] = {-1, 0, 1, 1, 3, 4, 5, 6, 6};
+    for (int size = 0; size < 9; ++size) {
+        char out[10] = "~~~~~~~~~";
+        const int length = document.CopyRange(CTextPos(), document.GetDocEnd(), {}, out, size);
+        EXPECT_EQ(length, lengths[size]);
+        EXPECT_EQ(std::string(out, out + std::max(length, 0)),
+                  "a\x82\xA0\r\nb"s.substr(0, static_cast<std::size_t>(std::max(length, 0))));
+        EXPECT_EQ(out[size], '~');
+    }
+    Set(document, CT_UNICODE, "\x42\xD8\xB7\xDF"s);
+    char out[6];
+    EXPECT_EQ(document.CopyRange(CTextPos(), document.GetDocEnd(), {}, out, 5), 0);
+    EXPECT_EQ(document.CopyRange(CTextPos(), document.GetDocEnd(), {}, out, 6), 4);
+}
+
+// Lines of 2, 1 and 3 physical lines, and what lies behind them.
+TEST(Document, CountsPhysicalLinesAndConvertsPositions)
+{
+    tlvn::Document document;
+    const edit_model::ByteLayout rows;
+    document.SetLayout(&rows);
+    Set(document, CT_SJIS, "12345\n\n123456789");
+    EXPECT_EQ(document.GetSerialLineP(5, 0), 8);
+    EXPECT_EQ(document.FindSerialLineP(8), CTextPos(5, 0, 0));
+    EXPECT_EQ(document.FindSerialLineP(-1), CTextPos());
+    document.SetFreeCursor(true);
+    EXPECT_EQ(document.GetLineCountP(3), 1);
+    const struct {
+        CTextPos display;
+        int clamp, logicalByte;
+    } toLogical[] = {
+        {{2, 1, 2}, 0, 6},  {{2, 0, 4}, 0, 4}, // the end of a physical line
+        {{2, 0, 99}, 1, 4},                    // cut to it
+        {{2, 2, 3}, 0, 11},                    // behind the line, as with the free cursor
+        {{2, 2, 3}, 1, 9},  {{2, -1, 0}, 0, 0}, {{-1, 0, 2}, 0, 0}, {{2, 2, INT_MAX}, 0, INT_MAX},
+    };
+    for (const auto& c : toLogical) {
+        CTextPos pos = c.display;
+        document.P2LByteIndex(pos, c.clamp);
+        EXPECT_EQ(pos.logicalByte, c.logicalByte) << c.display.physical << ' ' << c.display.byte;
+    }
+    CTextPos pos;
+    document.ByteL2ViewIndex(2, 4, pos);
+    EXPECT_EQ(pos, CTextPos(2, 1, 0)); // a break belongs to the line behind
+    document.ByteL2ViewIndex(2, 12, pos);
+    EXPECT_EQ(pos, CTextPos(2, 2, 4));
+}
+
+// Words: kanji, hiragana, Latin, with a full-width and a plain blank between; line ends.
+TEST(Document, MovesByWords)
+{
+    tlvn::Document document;
+    Set(document, CT_SJIS, "\x8A\xBF\x8E\x9A\x82\xC6\x81\x40  abc\n\nx");
+    const struct {
+        int byte, top, end, next, previous;
+    } cases[] = {
+        {0, 0, 4, 4, 0},
+        {4, 4, 6, 10, 0},
+        {11, 10, 13, 13, 10},
+    };
+    for (const auto& c : cases) {
+        CTextPos top(0, c.byte), end = top, next = top, previous = top;
+        document.ToWordTop(top);
+        document.ToWordEnd(end);
+        document.ToNextWordTop(next);
+        document.ToPrevWordTop(previous);
+        EXPECT_EQ(top.logicalByte, c.top) << c.byte;
+        EXPECT_EQ(end.logicalByte, c.end) << c.byte;
+        EXPECT_EQ(previous.logicalByte, c.previous) << c.byte;
+        EXPECT_EQ(next.logicalByte, c.next) << c.byte;
+    }
+    CTextPos pos(0, 13);
+    document.ToNextWordTop(pos);
+    EXPECT_EQ(pos, CTextPos(1, 0, 0));
+    document.ToPrevWordTop(pos);
+    EXPECT_EQ(pos.logicalByte, 13);
+}
+
+// Nothing to stand on: no operation may fail on a document without lines.
+TEST(Document, WithoutLinesIsHarmless)
+{
+    tlvn::Document document;
+    CTextPos pos(3, 1, 4);
+    document.ToNextChar(pos);
+    document.ToPrevChar(pos);
+    document.ToNextWordTop(pos);
+    document.ToWordTop(pos);
+    document.ToNextPhysicalLine(pos);
+    EXPECT_EQ(document.GetDocEnd(), CTextPos());
+    EXPECT_EQ(document.FindSerialLineP(0), CTextPos());
+    document.Delete(CTextPos(0, 0), CTextPos(4, 4));
+    EXPECT_EQ(document.Insert(CTextPos(2, 2), "a", 1).logicalByte, 1);
+    EXPECT_EQ(LinesOf(document), Texts{"a"});
+}
+
+// Filling and emptying again and again must not keep the old texts: the pool is made anew.
+TEST(Document, GivesBackTheTextsOfDeletedLines)
+{
+    tlvn::Document document;
+    Set(document, CT_SJIS, "first");
+    const std::string page(1 << 20, 'x');
+    for (int i = 0; i < 5; ++i) {
+        document.Append(page.data(), static_cast<int>(page.size()));
+        document.Append("short", 5);
+        document.Delete(CTextPos(0, 5), CTextPos(document.GetLineCount() - 2, 1 << 20));
+        document.Delete(CTextPos(0, 2), CTextPos(0, 3));
+        document.Insert(CTextPos(0, 2), "r", 1);
+    }
+    EXPECT_EQ(LinesOf(document), (Texts{"first", "short"}));
 }

@@ -1,113 +1,200 @@
-#include "TlvnMisc.h"
+// The editor as its owner uses it: text, selection, state, what it tells.
 
-#include <gtest/gtest.h>
+#include "tests/support/editor_fixture.h"
 
-#include <string>
+using tlvn::g_notified;
 
-namespace {
+class EditorWnd : public tlvn::EditorFixture {};
 
-class EditorWndTest : public testing::Test {
-protected:
-    EditorWndTest()
-    {
-        CEditorMetrics metrics;
-        metrics.SetLineSpace(-4);
-        EXPECT_EQ(metrics.GetLineSpace(), 0);
-        metrics.SetLineSpace(2);
-        editor.CreateEditorWnd(0, WS_POPUP | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL,
-                               CRect(0, 0, 400, 300), nullptr, 0, metrics, CEditorColor());
-    }
-
-    void SetText(const std::string& text)
-    {
-        editor.SetDocument(CT_SJIS, text.data(), static_cast<int>(text.size()));
-    }
-
-    SCROLLINFO GetScroll(int bar)
-    {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        editor.GetScrollInfo(bar, &info, SIF_ALL);
-        return info;
-    }
-
-    CEditorWnd editor;
-};
-
-} // namespace
-
-TEST_F(EditorWndTest, ScrollBarsFollowTheTextAndItsPosition)
+TEST_F(EditorWnd, WorksOnTextWithoutAWindow)
 {
-    std::string text;
-    for (int i = 0; i < 100; ++i)
-        text += std::to_string(i) + "\r\n";
-    SetText(text + std::string(300, 'w'));
-    const int visible = editor.GetVisibleLineCt();
-    ASSERT_GT(visible, 5);
-    EXPECT_EQ(GetScroll(SB_VERT).nMax, 100);
-    EXPECT_EQ(static_cast<int>(GetScroll(SB_VERT).nPage), visible);
-    EXPECT_EQ(GetScroll(SB_HORZ).nMax, 299);
+    SetText("w\rx\ny\r\nz");
+    EXPECT_EQ(editor.GetLogicalLineCt(1), 4);
+    CBuffer text;
+    editor.GetDocument(1, 0, 1, 1, text);
+    EXPECT_STREQ(text, "w\r\nx\r\ny\r\nz\r\n");
+    editor.InsertText(CTextPos(1, 1), "!", 1);
+    EXPECT_EQ(Text(), "w\r\nx!\r\ny\r\nz");
+    EXPECT_EQ(editor.Undo(), 1);
+    EXPECT_EQ(Text(), "w\r\nx\r\ny\r\nz");
+}
+
+TEST_F(EditorWnd, CopiesWithHeaderOrWithout)
+{
+    Create();
+    SetText("a\r\nb");
+    editor.InsertHeaderText("From: x", 7);
+    CBuffer text;
+    editor.GetDocument(1, 0, 1, 0, text);
+    EXPECT_STREQ(text, "From: x\r\na\r\nb");
+    editor.GetDocument(0, 1, 1, 0, text);
+    EXPECT_STREQ(text, ">a\r\n>b");
+    editor.GetDocument(0, 0, 0, 1, text); // joined text has no last line end either
+    EXPECT_STREQ(text, "ab");
+    EXPECT_EQ(editor.GetHeaderLineL(), 1);
+    EXPECT_EQ(editor.GetLogicalLineCt(0), 2);
+    editor.GetDocumentPart(0, CTextPos(1, 1), 1, text);
+    EXPECT_STREQ(text, "\r\nb");
+    editor.RemoveHeaderText();
+    EXPECT_EQ(Text(), "a\r\nb");
+}
+
+TEST_F(EditorWnd, TellsItsOwnerOfTextCaretAndMode)
+{
+    Create();
+    g_notified.clear();
+    editor.AppendText("b", 1, 0);
+    EXPECT_EQ(g_notified, std::vector{EditorNotifyText});
+    g_notified.clear();
+    editor.InsertText(CTextPos(0, 0), "a", 1);
+    EXPECT_EQ(g_notified, (std::vector{EditorNotifyCaret, EditorNotifyText}));
+    g_notified.clear();
+    editor.SetInsertMode(0);
+    editor.SetInsertMode(0); // no change, nothing to tell
+    EXPECT_EQ(g_notified, std::vector{EditorNotifyInsertMode});
+    g_notified.clear();
+    MoveTo(0, 0);
+    EXPECT_EQ(g_notified, std::vector{EditorNotifyCaret});
+}
+
+TEST_F(EditorWnd, RefusesEveryChangeWhileReadOnly)
+{
+    Create();
+    SetText("abc");
+    editor.InsertText(CTextPos(0, 3), "d", 1);
+    editor.SetReadOnly(1);
+    editor.DeleteText(CTextPos(0, 0), CTextPos(0, 1));
+    editor.Tab2SpaceAll();
+    EXPECT_EQ(editor.Undo(), 0);
+    EXPECT_EQ(editor.CanUndo(), 0);
+    EXPECT_EQ(Text(), "abcd");
+    editor.SetReadOnly(0);
+    EXPECT_EQ(editor.Undo(), 1);
+}
+
+// Hits and the view stay with their text when it changes above them; the caret goes to the change.
+TEST_F(EditorWnd, KeepsHitsAndViewInPlaceAroundChanges)
+{
+    Create();
+    SetLines(200);
+    editor.AddFoundArray(CTextPos(100, 0), CTextPos(100, 4));
+    editor.ScrollToVertPos(90);
+    editor.BeginChangeGroup();
+    editor.InsertText(CTextPos(95, 0), "new\r\n", 5);
+    editor.InsertText(CTextPos(2, 0), "new\r\nnew\r\n", 10);
+    editor.EndChangeGroup();
+    EXPECT_EQ(Caret(), "4,0");
+    EXPECT_EQ(editor.GetFoundArray()[0]->start.line, 103);
+    EXPECT_EQ(editor.Undo(), 1);
+    EXPECT_EQ(editor.GetFoundArray()[0]->start.line, 100);
+
+    editor.ScrollToVertPos(90);
+    editor.InsertText(CTextPos(92, 0), "x", 1);
+    EXPECT_EQ(editor.GetVertScrollPos(), 90);
+}
+
+TEST_F(EditorWnd, SelectsWordsLinesAndAll)
+{
+    Create();
+    SetText("one two\r\n\x93\xFA\x96\x7B\x82\xCC abc\r\nlast");
+    editor.SelectWord(CTextPos(1, 3)); // inside a character
+    EXPECT_EQ(Selected(), "\x93\xFA\x96\x7B");
+    editor.SelectLogicalLine(1, 1);
+    EXPECT_EQ(Selected(), "\x93\xFA\x96\x7B\x82\xCC abc\r\n");
+    EXPECT_EQ(editor.IsCaretSelectStartPos(), 0);
+    editor.SelectAll();
+    EXPECT_EQ(Selected(), Text());
+    editor.SelectText(CTextPos(2, 4), CTextPos(2, 1), 1, 0);
+    EXPECT_EQ(Selected(), "ast");
+    EXPECT_EQ(editor.IsCaretSelectStartPos(), 1);
+    editor.InsertHeaderLines(1);
+    EXPECT_EQ(editor.IsBodyTextSelected(), 1);
+    editor.SelectAll();
+    EXPECT_EQ(editor.IsBodyTextSelected(), 0);
+}
+
+TEST_F(EditorWnd, MarksTheSelectionOfTheBodyOnly)
+{
+    Create();
+    SetText("head\r\nbody text");
+    editor.InsertHeaderLines(1);
+    editor.SelectAll();
+    editor.DrawLineMarker(2);
+    EXPECT_EQ(editor.IsLineMarkerDrawn(), 0);
+    editor.SelectText(CTextPos(1, 0), CTextPos(1, 4), 1, 0);
+    editor.DrawLineMarker(2);
+    ASSERT_EQ(editor.GetLineMarkerArray().GetSize(), 1);
+    editor.SelectText(CTextPos(1, 2), CTextPos(1, 3), 1, 0);
+    editor.ClearLineMarker(1);
+    EXPECT_EQ(editor.GetLineMarkerArray().GetSize(), 2);
+}
+
+TEST_F(EditorWnd, ReplacesTabsByBlanksInOneStep)
+{
+    Create();
+    const std::string before = "a\tb\tc\r\nno tab\r\n\t\x82\xA0\t";
+    SetText(before);
+    MoveTo(0, 4);
+    editor.Tab2SpaceAll();
+    EXPECT_EQ(Text(), "a   b   c\r\nno tab\r\n    \x82\xA0  ");
+    EXPECT_EQ(Caret(), "0,8");
+    EXPECT_EQ(editor.Undo(), 1);
+    EXPECT_EQ(Text(), before);
+    EXPECT_EQ(editor.Undo(), 0);
+}
+
+TEST_F(EditorWnd, ConvertsBetweenCodeTypes)
+{
+    Create();
+    SetText("\x82\xA0\x82\xA2\r\nx");
+    MoveTo(1, 1);
+    editor.SetCodeType(CT_UTF8);
+    const tlvn::WString units = TW("\x3042\x3044\r\nx");
+    EXPECT_EQ(Text(), std::string(reinterpret_cast<const char*>(units.data()), units.size() * 2));
+    EXPECT_EQ(Caret(), "1,0");
+    CEditorWnd other;
+    other.SetDocument(CT_SJIS, "\x82\xA4", 2);
+    editor.AppendDoc(other, 1);
+    editor.SetCodeType(CT_SJIS);
+    EXPECT_EQ(Text(), "\x82\xA0\x82\xA2\r\nx\r\n>\x82\xA4");
+    other.SetDocument(CT_KSC5601, "\xAA\xA4", 2); // the same letters in other bytes
+    SetText("");
+    editor.AppendDoc(other, 1);
+    editor.AppendDoc(CEditorWnd(), 1); // no line, nothing to quote
+    EXPECT_EQ(Text(), "\r\n>\x82\xA2");
+}
+
+// As a screen reader sees it: UTF-16, CR LF, units; a character of two bytes is one.
+TEST_F(EditorWnd, AnswersLikeAnEditControl)
+{
+    Create();
+    SetText("\x82\xA0"
+            "b\r\ncd");
+    WCHAR text[16];
+    EXPECT_EQ(::SendMessageW(editor.m_hWnd, WM_GETTEXTLENGTH, 0, 0), 6);
+    EXPECT_EQ(::SendMessageW(editor.m_hWnd, WM_GETTEXT, 16, reinterpret_cast<LPARAM>(text)), 6);
+    EXPECT_EQ(tlvn::WString(text), tlvn::WString(TW("\x3042") TW("b\r\ncd")));
+    EXPECT_EQ(::SendMessageW(editor.m_hWnd, WM_GETTEXT, 3, reinterpret_cast<LPARAM>(text)), 2);
 
     const struct {
-        UINT code;
-        int expected;
-    } steps[] = {
-        {SB_LINEUP, 0},
-        {SB_LINEDOWN, 1},
-        {SB_PAGEDOWN, 1 + visible - 2}, // two lines
-                                        // stay
-        {SB_PAGEUP, 1},
-        {SB_BOTTOM, 101 - visible},
-        {SB_LINEDOWN, 101 - visible},
-        {SB_TOP, 0},
-    };
-    for (const auto& step : steps) {
-        ::SendMessageW(editor.m_hWnd, WM_VSCROLL, step.code, 0);
-        EXPECT_EQ(editor.GetVertScrollPos(), step.expected) << step.code;
-        EXPECT_EQ(GetScroll(SB_VERT).nPos, step.expected) << step.code;
+        int start, end;
+        const char* selected;
+        int first, last;
+    } cases[] = {{5, 1, "b\r\nc", 1, 5},
+                 {0, -1, "\x82\xA0\x62\r\ncd", 0, 6},
+                 {-1, 0, "", 6, 6},
+                 {4, 999, "cd", 4, 6}};
+    for (const auto& c : cases) {
+        ::SendMessageW(editor.m_hWnd, EM_SETSEL, static_cast<WPARAM>(c.start), c.end);
+        EXPECT_EQ(Selected(), c.selected);
+        DWORD first = 99;
+        DWORD last = 99;
+        EXPECT_EQ(::SendMessageW(editor.m_hWnd, EM_GETSEL, reinterpret_cast<WPARAM>(&first),
+                                 reinterpret_cast<LPARAM>(&last)),
+                  MAKELONG(c.first, c.last));
+        EXPECT_EQ(MAKELONG(first, last), MAKELONG(c.first, c.last));
     }
-    ::SendMessageW(editor.m_hWnd, WM_HSCROLL, SB_LINERIGHT, 0);
-    EXPECT_EQ(editor.GetHorzScrollPos(), 1);
-
-    // A wheel notch is some lines; half a notch twice is as much.
-    const auto wheel = [&](int delta) {
-        ::SendMessageW(editor.m_hWnd, WM_MOUSEWHEEL,
-                       static_cast<WPARAM>(static_cast<UINT>(delta) << 16), 0);
-        return editor.GetVertScrollPos();
-    };
-    const int notch = wheel(-WHEEL_DELTA);
-    EXPECT_GT(notch, 0);
-    wheel(-WHEEL_DELTA / 2);
-    EXPECT_EQ(wheel(-WHEEL_DELTA / 2), 2 * notch);
-    EXPECT_EQ(wheel(2 * WHEEL_DELTA), 0);
-
-    SetText("short");
-    EXPECT_EQ(editor.GetVertScrollPos(), 0);
-    EXPECT_EQ(editor.GetHorzScrollPos(), 0);
-}
-
-// A window with no room, one larger than the text again, and painting in both.
-TEST_F(EditorWndTest, SurvivesEverySize)
-{
-    SetText("a\tb\r\n\t\t\x82\xA0\r\n" + std::string(100000, 'x'));
-    editor.ScrollToVertPos(2);
-    editor.ScrollToHorzPos(99999);
-    for (const int size : {0, 1, 5, 40, 3000, 0, 300}) {
-        editor.MoveWindow(0, 0, size, size, TRUE);
-        editor.Invalidate(FALSE);
-        editor.UpdateWindow();
-        EXPECT_GE(editor.GetVertScrollPos(), 0);
-    }
-    editor.MoveWindow(0, 0, 3000, 3000, TRUE);
-    EXPECT_EQ(editor.GetVertScrollPos(), 0);
-}
-
-TEST_F(EditorWndTest, CountsLinesWithAndWithoutTheHeader)
-{
-    SetText("one\r\ntwo");
-    editor.InsertHeaderText("From: a\r\nTo: b\r\n", 16);
-    EXPECT_EQ(editor.GetHeaderLineL(), 3);
-    EXPECT_EQ(editor.GetLogicalLineCt(1), 5);
-    EXPECT_EQ(editor.GetLogicalLineCt(0), 2);
-    EXPECT_EQ(editor.GetCodeType(), CT_SJIS);
+    EXPECT_NE(::SendMessageW(editor.m_hWnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTTAB, 0);
+    editor.SetReadOnly(1);
+    EXPECT_EQ(::SendMessageW(editor.m_hWnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTTAB, 0);
 }

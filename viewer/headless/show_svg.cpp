@@ -28,7 +28,7 @@ int WriteMailSvg(const Mail& mail, const std::string& path, std::string& error)
 
     // As high as the mail is long, within reason.
     const INT64 lineHeight = editor.GetCharHeight() + editor.GetEditorMetrics().GetLineSpace();
-    const INT64 wanted = lineHeight * (editor.GetLogicalLineCt(1) + 2);
+    const INT64 wanted = lineHeight * (editor.GetPhisicalLineCt(1) + 2);
     const int height = static_cast<int>(std::clamp<INT64>(wanted, kMinHeight, kMaxHeight));
     editor.MoveWindow(0, 0, kWidth, height, TRUE);
     editor.UpdateWindow();

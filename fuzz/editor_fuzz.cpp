@@ -1,0 +1,13 @@
+// Random edits, undo, redo, markers and wrapping against a simple model of the text.
+
+#include "fuzz/fuzz.h"
+#include "tests/support/edit_model.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const char* const fault = CheckEditing(data, size);
+    if (fault != nullptr)
+        std::fprintf(stderr, "%s\n", fault);
+    FUZZ_CHECK(fault == nullptr);
+    return 0;
+}
