@@ -1,30 +1,36 @@
 #!/usr/bin/env bash
-# Shows a mail: its text in the terminal, then the window of TolvanView.
-#   ./run.sh [FILE.eml|FOLDER]     (default: the first of samples/; of a folder its first mail)
+# Shows a mail, of a folder its first one, as text in the terminal; then opens TolvanView with it.
+#   ./run.sh [FILE.eml|FOLDER]     (default: samples/)
 # Installs what is missing, and says what, before it builds. The window opens on DISPLAY; where
 # there is none, on a virtual screen, of which build/view.png is a picture. Without Wine the
 # picture is drawn natively, as build/view.svg.
 set -euo pipefail
+opened=samples
+if [ -n "${1:-}" ]; then
+    opened=$(realpath -m --relative-to="$(dirname "$0")" -- "$1")
+fi
 cd "$(dirname "$0")"
 root=$PWD
 . scripts/install.sh
 . scripts/display.sh
 
-mail=${1:-samples}
-if [ -d "$mail" ]; then
-    first=$(find "$mail" -maxdepth 1 -name '*.eml' | LC_ALL=C sort | sed -n 1p)
-    if [ -z "$first" ]; then
-        echo "run.sh: $mail: there is no .eml file in this folder" >&2
-        exit 1
-    fi
-    mail=$first
+# Empty for a folder that has mbox files or other folders only.
+mail=$opened
+if [ -d "$opened" ]; then
+    mail=$(find "$opened" -maxdepth 1 -name '*.eml' | LC_ALL=C sort | sed -n 1p)
 fi
 
 install_packages native
 configure_and_build linux tolvan-show
-build/linux/viewer/tolvan-show "$mail"
+if [ -n "$mail" ]; then
+    build/linux/viewer/tolvan-show "$mail"
+fi
 
 if ! install_packages windows; then
+    if [ -z "$mail" ]; then
+        echo "run.sh: $opened: no .eml file in this folder, and no window without Wine" >&2
+        exit 1
+    fi
     build/linux/viewer/tolvan-show --svg build/view.svg "$mail" >/dev/null
     echo "Wine and MinGW-w64 cannot be installed here: no window. The picture is build/view.svg."
     exit 0
@@ -34,19 +40,19 @@ configure_and_build windows TolvanView
 
 if [ -n "${DISPLAY:-}" ]; then
     scripts/wine-prefix.sh >/dev/null 2>&1
-    run_wine build/windows/bin/TolvanView.exe "$mail"
+    run_wine build/windows/bin/TolvanView.exe "$opened"
     exit
 fi
 
 # On a screen without a window manager, Wine's desktop draws the frames. The picture is taken when
 # the screen has changed from the empty desktop and stays as it is for a second.
-start_display 840x720
+start_display 1000x700
 start_wine
-desktop=(explorer /desktop=TolvanView,840x720)
+desktop=(explorer /desktop=TolvanView,1000x700)
 run_wine "${desktop[@]}" >/dev/null 2>&1 &
 sleep 2
 empty=$(import -window root png:- | identify -format '%#' -)
-run_wine "${desktop[@]}" build/windows/bin/TolvanView.exe "$mail" &
+run_wine "${desktop[@]}" build/windows/bin/TolvanView.exe "$opened" &
 trap 'stop_wine; stop_display' EXIT
 last=
 same=0

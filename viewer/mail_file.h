@@ -1,8 +1,11 @@
-// Loads the file of a mail.
+// Loads mails from files.
+//
+// Each function replaces `bytes`; on failure it is empty, and `error` says why in one line without
+// the file's name: not found, a folder, no right to read it, empty, larger than kMaxMailFile.
 
 #pragma once
 
-#include "platform/types.h"
+#include "platform/file.h"
 
 #include <string>
 
@@ -10,9 +13,16 @@ namespace tlvn {
 
 constexpr INT64 kMaxMailFile = 1'000'000'000; // bytes
 
-// Replaces `bytes` by the content of the file. On failure `bytes` is empty and `error` says in
-// one line, without the file's name, why: not found, a folder, no right to read it, empty,
-// larger than kMaxMailFile.
+// The file of a mail, at a narrow path.
 bool LoadMailFile(const std::string& path, std::string& bytes, std::string& error);
+// The same at a path of platform/folder.h.
+bool LoadMailAt(const std::string& path, std::string& bytes, std::string& error);
+
+// `size` bytes from `start` of a file that is `fileSize` bytes long and has not changed.
+bool LoadMailSlice(const std::string& path, INT64 fileSize, INT64 start, INT64 size,
+                   std::string& bytes, std::string& error);
+
+// What a failure means to people, such as "no permission to read it".
+const char* DescribeFileError(FileError error);
 
 } // namespace tlvn

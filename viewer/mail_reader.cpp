@@ -69,6 +69,20 @@ std::string_view CutText(std::string_view text, std::size_t limit)
     return text;
 }
 
+// The decoders read to a zero, which is a fault of the mail and no end of it.
+std::string WithoutZeros(std::string_view body, std::string_view replacement)
+{
+    std::string whole;
+    whole.reserve(body.size());
+    for (const char c : body) {
+        if (c == '\0')
+            whole += replacement;
+        else
+            whole += c;
+    }
+    return whole;
+}
+
 std::string ToString(const CBuffer& buffer)
 {
     return std::string(buffer.GetBuffer(), static_cast<std::size_t>(buffer.GetLength()));
@@ -94,11 +108,11 @@ std::string DecodeBody(const MailPart& part, std::size_t limit)
     const std::string body(CutText(part.body, limit));
     CBuffer decoded;
     if (part.encoding == "base64") {
-        DecodeBase64(body.c_str(), decoded);
+        DecodeBase64(WithoutZeros(body, "").c_str(), decoded);
         return ToString(decoded);
     }
     if (part.encoding == "quoted-printable") {
-        DecodeQuotedPrintable(body.c_str(), decoded);
+        DecodeQuotedPrintable(WithoutZeros(body, "=00").c_str(), decoded);
         return ToString(decoded);
     }
     const bool uuencoded = part.encoding == "x-uuencode" || part.encoding == "uuencode";

@@ -19,31 +19,6 @@ bool IsNameCharacter(char c)
     return c > ' ' && c < '\x7F' && c != ':';
 }
 
-// The line without its end.
-std::string_view WithoutLineEnd(std::string_view line)
-{
-    if (line.ends_with('\n'))
-        line.remove_suffix(1);
-    if (line.ends_with('\r'))
-        line.remove_suffix(1);
-    return line;
-}
-
-// Length of the field name at the start of the line with its colon, or 0.
-std::size_t FieldNameLength(std::string_view line, std::size_t& valueStart)
-{
-    std::size_t length = 0;
-    while (length < line.size() && length < kMaxFieldName && IsNameCharacter(line[length]))
-        ++length;
-    std::size_t colon = length;
-    while (colon < line.size() && (line[colon] == ' ' || line[colon] == '\t'))
-        ++colon;
-    if (length == 0 || colon >= line.size() || line[colon] != ':')
-        return 0;
-    valueStart = colon + 1;
-    return length;
-}
-
 class PartScanner {
 public:
     explicit PartScanner(std::string_view bytes) : m_bytes(bytes) {}
@@ -267,6 +242,29 @@ private:
 };
 
 } // namespace
+
+std::string_view WithoutLineEnd(std::string_view line)
+{
+    if (line.ends_with('\n'))
+        line.remove_suffix(1);
+    if (line.ends_with('\r'))
+        line.remove_suffix(1);
+    return line;
+}
+
+std::size_t FieldNameLength(std::string_view line, std::size_t& valueStart)
+{
+    std::size_t length = 0;
+    while (length < line.size() && length < kMaxFieldName && IsNameCharacter(line[length]))
+        ++length;
+    std::size_t colon = length;
+    while (colon < line.size() && (line[colon] == ' ' || line[colon] == '\t'))
+        ++colon;
+    if (length == 0 || colon >= line.size() || line[colon] != ':')
+        return 0;
+    valueStart = colon + 1;
+    return length;
+}
 
 std::vector<MailPart> ScanParts(std::string_view bytes)
 {

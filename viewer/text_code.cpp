@@ -13,7 +13,6 @@ namespace tlvn {
 
 namespace {
 
-constexpr UINT kUtf8Page = 65001;
 constexpr char kEscape = '\x1B';
 
 bool IsHigh(char c)
@@ -107,7 +106,7 @@ bool ConvertTextToUtf8(CodeType type, std::string_view bytes, std::string& utf8)
     WStringView text = wide;
     if (!text.empty() && text.front() == WCHAR{0xFEFF})
         text.remove_prefix(1);
-    const bool exact = ConvertFromUtf16(kUtf8Page, text, utf8) == kConverted;
+    const bool exact = ConvertFromUtf16(65001, text, utf8) == kConverted;
     return exact && result == 0;
 }
 

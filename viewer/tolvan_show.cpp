@@ -77,17 +77,13 @@ tlvn::WString WideArgument(const std::string& argument)
 {
     if (IsUTF8(argument.c_str(), static_cast<int>(argument.size())) == 0)
         return tlvn::WidenText(argument);
-    tlvn::WString wide;
-    tlvn::ConvertToUtf16(65001, argument, wide);
-    return wide;
+    return tlvn::Utf8ToUtf16(argument);
 }
 
 // A path as it can be printed.
 std::string PrintablePath(const std::string& path)
 {
-    std::string utf8;
-    tlvn::ConvertFromUtf16(65001, WideArgument(path), utf8);
-    return tlvn::MakeHarmless(utf8, false);
+    return tlvn::MakeHarmless(tlvn::Utf16ToUtf8(WideArgument(path)), false);
 }
 
 int Fail(const std::string& path, const std::string& error)

@@ -175,6 +175,18 @@ TEST(MailReader, DecodesBodies)
         const Mail mail(std::string("Content-Transfer-Encoding: ") + c.encoding + "\n\n" + c.body);
         EXPECT_EQ(DecodeBody(mail.GetParts().front(), 1000), c.decoded) << c.encoding;
     }
+    // A zero hides nothing of what stands behind it.
+    const struct {
+        std::string encoding, body, decoded;
+    } withZero[] = {
+        {"quoted-printable", std::string("=41\0=42", 7), std::string("A\0B", 3)},
+        {"base64", std::string("YWJj\0\r\nZGVm", 11), "abcdef"},
+        {"7bit", std::string("a\0b", 3), std::string("a\0b", 3)},
+    };
+    for (const auto& c : withZero) {
+        const Mail mail("Content-Transfer-Encoding: " + c.encoding + "\n\n" + c.body);
+        EXPECT_EQ(DecodeBody(mail.GetParts().front(), 1000), c.decoded) << c.encoding;
+    }
 }
 
 // Deep nesting costs no stack; what lies deeper than the limit is text, not lost.

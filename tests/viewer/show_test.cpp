@@ -47,7 +47,7 @@ TEST(Links, AreFoundInTheOrderOfTheText)
 TEST(Links, SearchIsLinear)
 {
     for (const char* piece :
-         {"@", "a@", "http://", "a.", "mailto:@", "h", "\\\\", "a:", "x@y.z "}) {
+         {"@", "a@", "http://", "a.", "mailto:@", "h", "\\\\", "a:", "x@y.z ", "a@b.c/http:"}) {
         std::string text;
         while (text.size() < 2'000'000)
             text += piece;

@@ -1,4 +1,4 @@
-#include "viewer/view_window.h"
+#include "viewer/mail_in_editor.h"
 
 #include "TlvnMisc.h"
 
@@ -24,11 +24,18 @@ std::string NestedParts(int depth)
     return mail + "\ninnermost\n";
 }
 
+bool Create(CEditorWnd& editor)
+{
+    return editor.CreateEditorWnd(0, WS_POPUP | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL,
+                                  CRect(0, 0, 500, 400), nullptr, 0, CEditorMetrics(),
+                                  CEditorColor()) != 0;
+}
+
 } // namespace
 
-// Broken and huge mails are shown as far as they go, one after the other in one window, which is
+// Broken and huge mails are shown as far as they go, one after the other in one editor, which is
 // resized to nothing and back each time.
-TEST(ViewWindow, ShowsWhateverItIsGiven)
+TEST(MailInEditor, ShowsWhateverItIsGiven)
 {
     const struct {
         std::string mail;
@@ -42,28 +49,23 @@ TEST(ViewWindow, ShowsWhateverItIsGiven)
         {"Subject: x\n\n" + Repeat("\n", 1'000'000), 1'000'000},
         {NestedParts(10000), 1},
     };
-    tlvn::ViewWindow window;
-    ASSERT_EQ(window.CreateViewWindow(), 1);
-    auto* editor =
-        static_cast<CEditorWnd*>(CWnd::FromHandlePermanent(::GetDlgItem(window.m_hWnd, 1)));
+    CEditorWnd editor;
+    ASSERT_TRUE(Create(editor));
     for (const auto& c : mails) {
-        window.ShowMail(tlvn::Mail(c.mail));
-        EXPECT_GE(editor->GetLogicalLineCt(1), c.leastLines);
-        window.MoveWindow(0, 0, 0, 0);
-        window.UpdateWindow();
-        window.MoveWindow(0, 0, 500, 400);
-        window.UpdateWindow();
-        editor->ScrollToVertPos(c.leastLines);
-        editor->UpdateWindow();
+        tlvn::ShowMailInEditor(tlvn::Mail(c.mail), editor);
+        EXPECT_GE(editor.GetLogicalLineCt(1), c.leastLines);
+        editor.MoveWindow(0, 0, 0, 0);
+        editor.UpdateWindow();
+        editor.MoveWindow(0, 0, 500, 400);
+        editor.UpdateWindow();
+        editor.ScrollToVertPos(c.leastLines);
+        editor.UpdateWindow();
     }
-    CStringW title;
-    window.GetWindowText(title);
-    EXPECT_EQ(title, TW("TolvanView"));
-    window.DestroyWindow();
+    editor.DestroyWindow();
 }
 
 // A character that the text's own code lacks, in the headers, brings the whole to UTF-16.
-TEST(ViewWindow, LosesNoCharacterOfTheHeaders)
+TEST(MailInEditor, LosesNoCharacterOfTheHeaders)
 {
     const struct {
         const char* subject;
@@ -72,14 +74,13 @@ TEST(ViewWindow, LosesNoCharacterOfTheHeaders)
         {"=?UTF-8?B?5pel5pys?=", CT_SJIS},    // 日本
         {"=?UTF-8?B?8J+MuA==?=", CT_UNICODE}, // a cherry blossom
     };
-    tlvn::ViewWindow window;
-    ASSERT_EQ(window.CreateViewWindow(), 1);
-    auto* editor =
-        static_cast<CEditorWnd*>(CWnd::FromHandlePermanent(::GetDlgItem(window.m_hWnd, 1)));
+    CEditorWnd editor;
+    ASSERT_TRUE(Create(editor));
     for (const auto& c : cases) {
-        window.ShowMail(tlvn::Mail(std::string("Subject: ") + c.subject +
-                                   "\nContent-Type: text/plain; charset=Shift_JIS\n\n\x82\xA0\n"));
-        EXPECT_EQ(editor->GetCodeType(), c.codeType);
+        const tlvn::Mail mail(std::string("Subject: ") + c.subject +
+                              "\nContent-Type: text/plain; charset=Shift_JIS\n\n\x82\xA0\n");
+        tlvn::ShowMailInEditor(mail, editor);
+        EXPECT_EQ(editor.GetCodeType(), c.codeType);
     }
-    window.DestroyWindow();
+    editor.DestroyWindow();
 }

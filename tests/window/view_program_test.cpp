@@ -1,0 +1,392 @@
+// TolvanView as its user has it: the program runs, its windows get keys and commands, and what they
+// show and write is looked at.
+//
+// With TLVN_PICTURES in the environment, the name of a folder, each step leaves a picture of the
+// screen there (scripts/draw-view.sh).
+
+#include "tests/support/temp_folder.h"
+#include "viewer/command_id.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+namespace {
+
+using tlvn::WString;
+using tlvn::WStringView;
+
+const WCHAR kFrameClass[] = TW("TolvanViewWndClass");
+const WCHAR kComposeClass[] = TW("TolvanComposeWndClass");
+const WCHAR kDialogClass[] = TW("#32770");
+constexpr DWORD kPatience = 30'000; // milliseconds
+constexpr DWORD kPause = 20;
+constexpr int kTextField = 201; // of the program's own
+constexpr WCHAR kHalfWidthA = 0xFF71;
+
+bool WaitUntil(const std::function<bool()>& holds)
+{
+    for (DWORD waited = 0; waited < kPatience; waited += kPause) {
+        if (holds())
+            return true;
+        ::Sleep(kPause);
+    }
+    return false;
+}
+
+WString TextOf(HWND window)
+{
+    WCHAR text[1'000] = {};
+    ::SendMessageW(window, WM_GETTEXT, 1'000, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+void SetTextOf(HWND window, const WString& text)
+{
+    ::SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+bool Contains(const WString& text, WStringView part)
+{
+    return text.find(part) != text.npos;
+}
+
+struct Search {
+    DWORD process;
+    WStringView className;
+    WStringView text; // part of its text; empty for any
+    HWND found;
+};
+
+BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter)
+{
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    WCHAR name[64] = {};
+    ::GetClassNameW(window, name, 64);
+    if (process != search.process || search.className != name || !::IsWindowVisible(window) ||
+        (!search.text.empty() && !Contains(TextOf(window), search.text)))
+        return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+// The program, which ends with the object.
+class Program {
+public:
+    Program(const std::string& settings, const std::string& mails)
+    {
+        WCHAR path[MAX_PATH] = {};
+        ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+        const std::filesystem::path program =
+            std::filesystem::path(path).parent_path() / "TolvanView.exe";
+        WString command = TW("\"") + program.wstring() + TW("\" --settings \"") +
+                          tlvn::Utf8ToUtf16(settings) + TW("\" \"") + tlvn::Utf8ToUtf16(mails) +
+                          TW("\"");
+        STARTUPINFOW start = {};
+        start.cb = sizeof start;
+        ::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                         &start, &m_process);
+    }
+    ~Program()
+    {
+        ::TerminateProcess(m_process.hProcess, 1);
+        ::CloseHandle(m_process.hProcess);
+        ::CloseHandle(m_process.hThread);
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    // A visible window of its own, waited for; null when it does not come.
+    HWND Window(WStringView className, WStringView text = {})
+    {
+        Search search = {m_process.dwProcessId, className, text, nullptr};
+        WaitUntil([&] {
+            ::EnumWindows(VisitWindow, reinterpret_cast<LPARAM>(&search));
+            return search.found != nullptr;
+        });
+        return search.found;
+    }
+    HWND Child(HWND parent, WStringView className, WStringView text = {})
+    {
+        Search search = {m_process.dwProcessId, className, text, nullptr};
+        WaitUntil([&] {
+            ::EnumChildWindows(parent, VisitWindow, reinterpret_cast<LPARAM>(&search));
+            return search.found != nullptr;
+        });
+        return search.found;
+    }
+
+    // Presses a button of a dialog, which then goes.
+    void Press(HWND dialog, WStringView text)
+    {
+        ::PostMessageW(Child(dialog, TW("Button"), text), BM_CLICK, 0, 0);
+        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+    }
+    void Answer(HWND dialog, int field, const WString& text)
+    {
+        SetTextOf(::GetDlgItem(dialog, field), text);
+        ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+    }
+
+    // Gives the system's dialog a path, once it has filled its field with the name proposed.
+    void SaveAs(HWND dialog, const WString& path)
+    {
+        const HWND field = Child(dialog, TW("Edit"));
+        EXPECT_TRUE(WaitUntil([&] { return !TextOf(field).empty(); }));
+        SetTextOf(field, path);
+        Press(dialog, TW("保存"));
+    }
+
+    // Closes the main window. The exit code, or ~0 when the program stays.
+    DWORD Close(HWND frame)
+    {
+        ::PostMessageW(frame, WM_CLOSE, 0, 0);
+        return WaitForEnd();
+    }
+    DWORD WaitForEnd()
+    {
+        DWORD code = ~0U;
+        if (::WaitForSingleObject(m_process.hProcess, kPatience) == WAIT_OBJECT_0)
+            ::GetExitCodeProcess(m_process.hProcess, &code);
+        return code;
+    }
+
+private:
+    PROCESS_INFORMATION m_process = {};
+};
+
+void Command(HWND window, int command)
+{
+    ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
+// The screen as a bitmap file, if pictures are wanted.
+void TakePicture(const char* name)
+{
+    const char* const folder = std::getenv("TLVN_PICTURES");
+    if (folder == nullptr)
+        return;
+    ::Sleep(700); // until all is drawn
+    const int width = ::GetSystemMetrics(SM_CXSCREEN);
+    const int height = ::GetSystemMetrics(SM_CYSCREEN);
+    const HDC screen = ::GetDC(nullptr);
+    const HDC memory = ::CreateCompatibleDC(screen);
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    void* pixels = nullptr;
+    const HBITMAP bitmap = ::CreateDIBSection(memory, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
+    const HGDIOBJ old = ::SelectObject(memory, bitmap);
+    ::BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    const auto size = static_cast<DWORD>((width * 3 + 3) / 4 * 4 * height); // rows of 32 bits
+    BITMAPFILEHEADER header = {};
+    header.bfType = 0x4D42;
+    header.bfOffBits = sizeof header + sizeof info.bmiHeader;
+    header.bfSize = header.bfOffBits + size;
+    std::ofstream file(std::filesystem::path(folder) / (std::string(name) + ".bmp"),
+                       std::ios::binary);
+    file.write(reinterpret_cast<const char*>(&header), sizeof header);
+    file.write(reinterpret_cast<const char*>(&info.bmiHeader), sizeof info.bmiHeader);
+    file.write(static_cast<const char*>(pixels), size);
+    ::SelectObject(memory, old);
+    ::DeleteObject(bitmap);
+    ::DeleteDC(memory);
+    ::ReleaseDC(nullptr, screen);
+}
+
+class ViewProgram : public testing::Test {
+protected:
+    ViewProgram()
+    {
+        std::filesystem::copy(std::filesystem::path(TLVN_SOURCE_DIR) / "samples",
+                              folder.Native("mails"));
+        settings = folder.Path("settings.cfg");
+    }
+
+    static int CountMails(HWND list)
+    {
+        return static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    }
+
+    TempFolder folder;
+    std::string settings;
+};
+
+// One user's way through the program.
+TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
+{
+    Program program(settings, folder.Path("mails"));
+    const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+    ASSERT_NE(frame, nullptr);
+    ::SetForegroundWindow(frame);
+    const HWND list = program.Child(frame, TW("SysListView32"));
+    EXPECT_EQ(CountMails(list), 13);
+    TakePicture("view-open");
+
+    // Arrow keys choose another mail, here the one in ISO-2022-JP.
+    for (int i = 0; i < 2; ++i)
+        ::PostMessageW(list, WM_KEYDOWN, VK_DOWN, 1);
+    EXPECT_TRUE(WaitUntil([&] { return Contains(TextOf(frame), TW("秋のカタログ")); }));
+
+    // The menu with its keys is there to be looked at; its texts do not leave the process.
+    ::PostMessageW(frame, WM_SYSCOMMAND, SC_KEYMENU, 'M');
+    EXPECT_NE(program.Window(TW("#32768")), nullptr);
+    TakePicture("view-menu");
+    ::SendMessageW(frame, WM_CANCELMODE, 0, 0);
+
+    Command(frame, ID_SEARCH_FIND);
+    const HWND bar = program.Child(frame, TW("TolvanFindBarClass"));
+    const HWND field = program.Child(bar, TW("Edit"));
+    SetTextOf(field, TW("[a-z]+@"));
+    const HWND none = program.Child(bar, TW("Static"), TW("見つかりません"));
+    EXPECT_NE(none, nullptr);
+    ::PostMessageW(program.Child(bar, TW("Button"), TW("正規表現")), BM_CLICK, 0, 0);
+    EXPECT_NE(program.Child(bar, TW("Static"), TW("か所")), nullptr);
+    Command(frame, ID_SEARCH_NEXT);
+    TakePicture("view-search");
+
+    // Searching selects; selected text of the body is marked, and the mark is kept beside the mail.
+    SetTextOf(field, TW("の"));
+    EXPECT_NE(program.Child(bar, TW("Static"), TW("か所")), nullptr);
+    for (int i = 0; i < 3; ++i)
+        Command(frame, ID_SEARCH_PREVIOUS);
+    Command(frame, ID_MARKER_FIRST);
+    EXPECT_TRUE(WaitUntil([&] { return !folder.Read("mails/.tolvan-markers").empty(); }));
+    Command(frame, ID_SEARCH_CLOSE);
+    TakePicture("view-marker");
+
+    // A reply: recipient and subject are there; half-width katakana is pointed out and replaced.
+    Command(frame, ID_MAIL_REPLY);
+    const HWND compose = program.Window(kComposeClass);
+    ASSERT_NE(compose, nullptr);
+    EXPECT_TRUE(Contains(TextOf(::GetDlgItem(compose, 2)), TW("@")));
+    EXPECT_TRUE(Contains(TextOf(::GetDlgItem(compose, 4)), TW("Re: ")));
+    const HWND editor = ::GetDlgItem(compose, 21);
+    ::PostMessageW(editor, WM_CHAR, kHalfWidthA, 1);
+    EXPECT_NE(program.Child(compose, TW("msctls_statusbar32"), TW("半角カタカナ 1")), nullptr);
+    TakePicture("view-reply");
+    Command(compose, ID_FILE_SAVE);
+    const HWND warning = program.Window(kDialogClass);
+    ASSERT_NE(warning, nullptr);
+    TakePicture("view-warning");
+    program.Press(warning, TW("置き換える"));
+    const HWND saving = program.Window(kDialogClass);
+    ASSERT_NE(saving, nullptr);
+    program.SaveAs(saving, folder.Native("mails\\reply.eml").wstring());
+    EXPECT_TRUE(WaitUntil([&] { return CountMails(list) == 14; }));
+    EXPECT_NE(folder.Read("mails/reply.eml").find("In-Reply-To: <"), std::string::npos);
+    // "ア" of JIS X 0208; the half-width one would have gone as it stands or in UTF-8.
+    EXPECT_NE(folder.Read("mails/reply.eml").find("\x1b$B%\""), std::string::npos);
+    ::PostMessageW(compose, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(compose); }));
+
+    // All mails of the list into an archive with a password.
+    ::SetForegroundWindow(frame);
+    Command(frame, ID_VIEW_NEXT_PANE);
+    Command(frame, ID_VIEW_NEXT_PANE);
+    Command(frame, ID_EDIT_SELECT_ALL);
+    Command(frame, ID_FILE_EXPORT);
+    const HWND archive = program.Window(kDialogClass);
+    ASSERT_NE(archive, nullptr);
+    program.SaveAs(archive, folder.Native("all.zip").wstring());
+    const HWND password = program.Window(kDialogClass, TW("パスワード"));
+    ASSERT_NE(password, nullptr);
+    TakePicture("view-export");
+    program.Answer(password, kTextField, TW("secret"));
+    EXPECT_TRUE(WaitUntil([&] { return std::filesystem::exists(folder.Native("all.zip")); }));
+    std::string zipped = folder.Read("all.zip");
+    CZip zip;
+    ZIPENTRY entry;
+    ASSERT_TRUE(zip.OpenZip(zipped.data(), static_cast<unsigned>(zipped.size()), "secret"));
+    EXPECT_TRUE(zip.GetZipItem(-1, &entry));
+    EXPECT_EQ(entry.index, 14);
+    zip.Close();
+
+    // To nothing and back, and in another arrangement.
+    for (const int size : {0, 60, 200, 900}) {
+        ::SetWindowPos(frame, nullptr, 0, 0, size, size * 3 / 4, SWP_NOZORDER);
+        ::UpdateWindow(frame);
+    }
+    Command(frame, ID_VIEW_SPLIT_LAST);
+    TakePicture("view-layout");
+    EXPECT_EQ(program.Close(frame), 0U);
+    EXPECT_FALSE(folder.Read("settings.cfg").empty());
+
+    // The arrangement is there again.
+    CSettingData data;
+    ASSERT_TRUE(data.LoadFile(settings.c_str()));
+    int type = -1;
+    data.GetValue("Frame", "SplitType", type);
+    EXPECT_EQ(type, SPLIT_THREE_ROWS);
+}
+
+// A file that cannot be read is told, and kept under another name; the program works.
+TEST_F(ViewProgram, GoesOnWithDamagedSettings)
+{
+    const std::string damaged("\xFF\xFE[\0D\0A\0T\0A\0-\0S\0T\0A\0R\0T\0]\0\r\0\n\0", 30);
+    folder.Write("settings.cfg", damaged);
+    Program program(settings, folder.Path("mails"));
+    const HWND box = program.Window(kDialogClass, TW("TolvanView"));
+    ASSERT_NE(box, nullptr);
+    TakePicture("view-damaged");
+    program.Press(box, TW("OK"));
+    const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+    ASSERT_NE(frame, nullptr);
+    ::PostMessageW(frame, WM_CLOSE, 0, 0);
+    program.Press(program.Window(kDialogClass, TW("TolvanView")), TW("OK"));
+    EXPECT_EQ(program.WaitForEnd(), 0U);
+    EXPECT_EQ(folder.Read("settings.cfg.kept"), damaged);
+    CSettingData data;
+    EXPECT_TRUE(data.LoadFile(settings.c_str()));
+}
+
+TEST_F(ViewProgram, LeavesReadOnlySettingsAlone)
+{
+    CSettingData data;
+    data.LoadNone();
+    data.SetValue("Mail", "From", "me@example.jp");
+    data.SaveSdWithRetry(settings.c_str(), ASK_NOTHING, 0, nullptr, nullptr, nullptr);
+    const std::string before = folder.Read("settings.cfg");
+    ASSERT_TRUE(tlvn::SetFileReadOnly(settings.c_str(), true));
+    {
+        Program program(settings, folder.Path("mails"));
+        const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+        ASSERT_NE(frame, nullptr);
+        ::PostMessageW(frame, WM_CLOSE, 0, 0);
+        program.Press(program.Window(kDialogClass, TW("TolvanView")), TW("OK"));
+        EXPECT_EQ(program.WaitForEnd(), 0U);
+    }
+    EXPECT_EQ(folder.Read("settings.cfg"), before);
+    tlvn::SetFileReadOnly(settings.c_str(), false);
+}
+
+// An enciphered file asks for its password until it is right; the file stays enciphered.
+TEST_F(ViewProgram, AsksForThePasswordOfItsSettings)
+{
+    CSettingData data;
+    data.LoadNone();
+    data.SetCryptKey("secret");
+    data.SetValue("Mail", "From", "me@example.jp");
+    data.SaveSdWithRetry(settings.c_str(), ASK_NOTHING, 0, nullptr, nullptr, nullptr);
+    Program program(settings, folder.Path("mails"));
+    for (const WCHAR* password : {TW("wrong"), TW("secret")}) {
+        const HWND dialog = program.Window(kDialogClass, TW("パスワード"));
+        ASSERT_NE(dialog, nullptr);
+        program.Answer(dialog, kTextField, password);
+    }
+    const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+    ASSERT_NE(frame, nullptr);
+    EXPECT_EQ(program.Close(frame), 0U);
+    CSettingData read;
+    read.SetCryptKey("secret");
+    ASSERT_TRUE(read.LoadFile(settings.c_str()));
+    CString from;
+    read.GetValue("Mail", "From", from);
+    EXPECT_EQ(from, "me@example.jp");
+    EXPECT_NE(folder.Read("settings.cfg").substr(0, 2), "\xFF\xFE");
+}
+
+} // namespace

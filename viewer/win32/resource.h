@@ -1,0 +1,66 @@
+/* The numbers of TolvanView's dialogs, their controls and its texts. */
+
+#pragma once
+
+#include "viewer/command_id.h"
+
+#define IDD_TEXT 100
+#define IDD_KEYS 101
+
+#define IDC_LABEL 200
+#define IDC_TEXT 201
+#define IDC_COMMANDS 202
+#define IDC_HOTKEY 203
+#define IDC_ASSIGN 204
+#define IDC_DEFAULTS 205
+#define IDC_WARNING 206
+
+#define IDS_COLUMN_SENDER 300
+#define IDS_COLUMN_SUBJECT 301
+#define IDS_COLUMN_DATE 302
+#define IDS_COLUMN_SIZE 303
+#define IDS_READING 310
+#define IDS_MAIL_COUNT 311
+#define IDS_EXPORTING 312
+#define IDS_EXPORTED 313
+#define IDS_CUT 314
+#define IDS_HITS 315
+#define IDS_NO_HITS 316
+#define IDS_TOO_MANY_HITS 317
+#define IDS_NOT_IN_CODE 318
+#define IDS_FIND_LABEL 320
+#define IDS_FIND_NEXT 321
+#define IDS_FIND_PREVIOUS 322
+#define IDS_FIND_REGEXP 323
+#define IDS_FIND_CASE 324
+#define IDS_FIND_CLOSE 325
+#define IDS_CANNOT_OPEN 330
+#define IDS_CANNOT_SAVE 331
+#define IDS_CANNOT_EXPORT 332
+#define IDS_SETTINGS_TROUBLE 333
+#define IDS_MARKERS_TROUBLE 334
+#define IDS_NO_SCREEN 335
+#define IDS_NO_MEMORY 336
+#define IDS_SETTINGS_PASSWORD 340
+#define IDS_NEW_PASSWORD 341
+#define IDS_ZIP_PASSWORD 342
+#define IDS_OWN_ADDRESS 343
+#define IDS_TITLE_PASSWORD 344
+#define IDS_TITLE_ADDRESS 345
+#define IDS_TITLE_FOLDER 346
+#define IDS_FILTER_MAIL 350
+#define IDS_FILTER_EML 351
+#define IDS_FILTER_ZIP 352
+#define IDS_FIELD_FROM 360
+#define IDS_FIELD_TO 361
+#define IDS_FIELD_CC 362
+#define IDS_FIELD_SUBJECT 363
+#define IDS_COMPOSE_TITLE 364
+#define IDS_FLAWS 365
+#define IDS_FLAWS_ASK 366
+#define IDS_FLAWS_REPLACE 367
+#define IDS_FLAWS_SAVE 368
+#define IDS_FLAWS_BACK 369
+#define IDS_SAVED 370
+#define IDS_CLOSE_UNSAVED 371
+#define IDS_KEY_TAKEN 372
