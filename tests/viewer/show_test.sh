@@ -21,7 +21,7 @@ failures=0
 expect() {
     name=$1 status=$2 lines=$3
     shift 3
-    timeout 20 ${TLVN_RUNNER:-} "$program" "$@" >out 2>err
+    timeout 60 ${TLVN_RUNNER:-} "$program" "$@" >out 2>err
     got=$?
     got_lines=$(wc -l <err)
     output=0
@@ -68,7 +68,7 @@ if [ -z "${TLVN_RUNNER:-}" ]; then
         failures=$((failures + 1))
     fi
     # The mail is shown, but the picture is not made.
-    timeout 20 "$show" --svg missing/picture.svg "$samples/01-iso-2022-jp.eml" >out 2>err
+    timeout 60 "$show" --svg missing/picture.svg "$samples/01-iso-2022-jp.eml" >out 2>err
     if [ $? -ne 1 ] || [ "$(wc -l <err)" -ne 1 ]; then
         echo "FAILED picture in a missing folder"
         failures=$((failures + 1))
