@@ -1,6 +1,7 @@
 #include "ui/pane_layout.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tlvn {
 namespace {
@@ -92,12 +93,6 @@ Cut CutAxis(const PaneAxis& axis, const Extent& extent)
     return {before, second - (before + kPaneBorder)};
 }
 
-bool HasNegativeSize(const Cut& cut, const Extent& extent)
-{
-    const int last = extent.length - cut.first - cut.second - extent.borders * kPaneBorder;
-    return extent.borders == 2 && (cut.first < 0 || cut.second < 0 || last < 0);
-}
-
 // The rectangle as far as it lies in the client area.
 CRect Within(SIZE client, int x, int y, int width, int height)
 {
@@ -156,17 +151,6 @@ Cut NotNegative(const Cut& cut)
     return {std::max(cut.first, 0), std::max(cut.second, 0)};
 }
 
-// Sizes of panes 0 and 2 that leave pane 1 a pixel where they stand side by side: pane 0's as
-// laid out, pane 2's as far as there is room.
-PaneWindowSizes FittingSizes(const PaneLayout& layout, SIZE client)
-{
-    const SIZE size0 = layout.panes[0].Size();
-    const SIZE size2 = layout.panes[2].Size();
-    const auto fit = [](LONG size, LONG room) { return std::max<LONG>(std::min(size, room), 1); };
-    return {size0,
-            {fit(size2.cx, client.cx - size0.cx - 11), fit(size2.cy, client.cy - size0.cy - 11)}};
-}
-
 SIZE Limited(SIZE size)
 {
     return {std::clamp<LONG>(size.cx, 0, kFar), std::clamp<LONG>(size.cy, 0, kFar)};
@@ -220,27 +204,24 @@ CursorOn PaneLayout::HitTest(POINT point) const
     return ON_NOTHING;
 }
 
+bool PaneLayout::HasEmptyPane() const
+{
+    return std::any_of(std::begin(panes), std::end(panes),
+                       [](const CRect& pane) { return pane.IsRectEmpty(); });
+}
+
 PaneLayout ArrangePanes(PaneState& state, SIZE client, const PaneWindowSizes& sizes, bool clamp)
 {
     client = Limited(client);
-    PaneWindowSizes known = {Limited(sizes.pane0), Limited(sizes.pane2)};
-    clamp = clamp && client.cx > 0 && client.cy > 0;
-    PaneLayout layout;
-    for (int pass = 0; pass < 2; ++pass) {
-        const Extent across = ExtentAcross(state.type, client, known);
-        const Extent down = ExtentDown(state.type, client, known);
-        if (clamp) {
-            ClampAxis(state.across, across);
-            ClampAxis(state.down, down);
-        }
-        const Cut columns = CutAxis(state.across, across);
-        const Cut rows = CutAxis(state.down, down);
-        layout = Place(state.type, client, NotNegative(columns), NotNegative(rows));
-        if (!clamp || (!HasNegativeSize(columns, across) && !HasNegativeSize(rows, down)))
-            break;
-        known = FittingSizes(layout, client);
+    const PaneWindowSizes known = {Limited(sizes.pane0), Limited(sizes.pane2)};
+    const Extent across = ExtentAcross(state.type, client, known);
+    const Extent down = ExtentDown(state.type, client, known);
+    if (clamp && client.cx > 0 && client.cy > 0) {
+        ClampAxis(state.across, across);
+        ClampAxis(state.down, down);
     }
-    return layout;
+    return Place(state.type, client, NotNegative(CutAxis(state.across, across)),
+                 NotNegative(CutAxis(state.down, down)));
 }
 
 bool ChangeSplitType(PaneState& state, SplitType type, SIZE client)

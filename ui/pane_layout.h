@@ -97,13 +97,14 @@ struct TLVN_API PaneLayout {
     PaneBorder borders[2];
 
     CursorOn HitTest(POINT point) const;
+    bool HasEmptyPane() const;
 };
 
 // Clamps the positions of borders that are not folded (if `clamp`; an empty client area clamps
-// nothing, so that they survive it) and lays the panes out. Where the sizes of the windows are
-// so old that a pane would have a negative size, clamping starts again with the sizes that came
-// out. Folding the first border of three columns or rows to the maximum and the second to the
-// minimum leaves panes 1 and 2 one pixel each.
+// nothing, so that they survive it) and lays the panes out. In types 4 and 5, window sizes that
+// do not fit the client area may leave a pane no room; arranging again with the sizes that came
+// out then gives it some. Folding the first border of three columns or rows to the maximum and
+// the second to the minimum leaves panes 1 and 2 one pixel each.
 TLVN_API PaneLayout ArrangePanes(PaneState& state, SIZE client, const PaneWindowSizes& sizes,
                                  bool clamp);
 

@@ -501,7 +501,11 @@ void C3PaneWnd::OnDestroy()
 void C3PaneWnd::OnSize(UINT type, int width, int height)
 {
     CWnd::OnSize(type, width, height);
-    if (type != SIZE_MINIMIZED)
+    if (type == SIZE_MINIMIZED)
+        return;
+    RecalcPanes(1);
+    // The panes had sizes that went with another client area; those they have now fit this one.
+    if (m_layout.HasEmptyPane())
         RecalcPanes(1);
 }
 

@@ -53,6 +53,7 @@ TEST(PaneLayout, FoldsAndLimits)
         {true, {1, 2, INT_MAX, 250}, 289, 294, 594, 289, 250},
         {true, {1, 0, INT_MAX, 250}, 588, 593, 594, 588, 250},
         {true, {1, 1, INT_MIN, INT_MIN}, 1, 6, 106, 1, 106},
+        {true, {1, 1, INT_MAX, 200}, 289, 294, 294, 289, 200},
         {true, {2, 1, 150, INT_MIN}, 1, 6, 7, 150, 7},
         {false, {0, 0, 150, INT_MAX}, 1, 6, 600, 150, INT_MAX},
         {false, {2, 0, 150, INT_MIN}, 594, 599, 600, 150, INT_MIN},
@@ -102,21 +103,31 @@ TEST(PaneLayout, PanesNeverOverlap)
     }
 }
 
-// A first layout of windows without a size, one after the client area shrank to a part, and
-// areas that are none.
-TEST(PaneLayout, ClampsAgainWhenSizesAreOldAndNothingToNothing)
+// Limits go by the sizes that the windows have, old or not; arranged again with the sizes that
+// came out, every pane has room. An empty client area leaves the positions alone.
+TEST(PaneLayout, OldSizesAndEmptyAreas)
 {
-    PaneState state = MakeState(4, {1, 1, 100, 50}); // the second border before the first
-    PaneLayout layout = ArrangePanes(state, {600, 300}, {}, true);
-    EXPECT_EQ(state.across.position2, 106);
-    EXPECT_EQ(layout.panes[1], CRect(105, 0, 106, 300));
-
-    state = MakeState(4);
-    layout = ArrangePanes(state, {50, 300}, {{100, 300}, {395, 300}}, true);
-    EXPECT_EQ(layout.panes[0].Width(), 1);
-    EXPECT_EQ(layout.panes[2].Width(), 1);
-
-    state = MakeState(4);
+    const struct {
+        int position, position2, size0, size2, width; // before
+        int first, first2;                            // positions
+        int again, again2;
+    } cases[] = {
+        {100, 50, 0, 0, 600, 100, 50, 99, 106},  // the second border before the first
+        {100, 200, 100, 395, 50, 1, 106, 1, 44}, // after the area shrank
+    };
+    for (const auto& c : cases) {
+        PaneState state = MakeState(4, {1, 1, c.position, c.position2});
+        PaneLayout layout = ArrangePanes(state, {c.width, 300}, {{c.size0, 0}, {c.size2, 0}}, true);
+        EXPECT_EQ(state.across.position, c.first);
+        EXPECT_EQ(state.across.position2, c.first2);
+        EXPECT_TRUE(layout.HasEmptyPane());
+        const tlvn::PaneWindowSizes sizes = {layout.panes[0].Size(), layout.panes[2].Size()};
+        layout = ArrangePanes(state, {c.width, 300}, sizes, true);
+        EXPECT_EQ(state.across.position, c.again);
+        EXPECT_EQ(state.across.position2, c.again2);
+        EXPECT_FALSE(layout.HasEmptyPane());
+    }
+    PaneState state = MakeState(4);
     ArrangePanes(state, {-5, 9}, {}, true);
     EXPECT_EQ(state.across.position, 100);
     tlvn::ChangeSplitType(state, SPLIT_LEFT, {0, 9});
