@@ -2,7 +2,7 @@
 # Brings the sources of minizip, as Debian packages them, for a system that has no package of it:
 #   scripts/fetch-minizip.sh FOLDER
 # Afterwards FOLDER holds unzip.c, ioapi.c and their headers. Does nothing when they are there.
-# Needs apt and the network, but no rights: its package lists are its own, inside FOLDER.
+# Needs apt, xz and the network, but no rights: its package lists are its own, inside FOLDER.
 set -euo pipefail
 folder=$(realpath -m "$1")
 [ ! -f "$folder/unzip.c" ] || exit 0
@@ -24,7 +24,7 @@ apt=(apt-get -qq
     -o Dir::Cache="$PWD/cache"
     -o APT::Sandbox::User="$(id -un)")
 "${apt[@]}" update
-# Unpacked by tar, which is always there; what unpacks source packages may not be.
+# Unpacked by tar and xz, as what unpacks source packages may not be there.
 "${apt[@]}" source --download-only minizip
 mkdir -p unpacked
 tar -xf minizip_*.orig.tar.* -C unpacked

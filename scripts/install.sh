@@ -8,7 +8,7 @@ bench_packages="libuchardet-dev manpages-ja libgmime-3.0-dev libglib2.0-dev libs
     pkg-config libonig-dev libpcre2-dev libre2-dev qtbase5-dev
     libqscintilla2-qt5-dev fonts-ipafont-gothic"
 fuzz_packages="clang libclang-rt-14-dev"
-windows_packages="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 wine xvfb xauth
+windows_packages="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev xz-utils wine64 wine xvfb xauth
     fonts-ipafont-gothic fonts-wine imagemagick"
 
 # install_packages SET...: installs the packages of these sets that are not installed, telling
