@@ -27,6 +27,9 @@
 #include "persist/setting_text.h"
 #include "persist/whole_file.h"
 
+#include <concepts>
+#include <type_traits>
+
 // What the user is asked when a file cannot be saved. Any other value asks nothing.
 enum IfErrAsk : int {
     ASK_NOTHING = 0,
@@ -98,6 +101,12 @@ public:
     void SetValue(const char* key, const char* name, const CUIntArray& value);
     void SetValue(const char* key, const char* name, const CArray<int, int>& value);
     void SetValue(const char* key, const char* name, const CStringArray& value);
+    // Any other integer as the one of these nearest in size and sign; so are they read.
+    template <std::integral Integer>
+    void SetValue(const char* key, const char* name, Integer value)
+    {
+        SetValue(key, name, static_cast<Nearest<Integer>>(value));
+    }
     // As "0x%08X".
     void SetHexValue(const char* key, const char* name, DWORD value);
     // One pair for each string, named prefix and index from 0. Nothing changes when the values
@@ -116,8 +125,26 @@ public:
     int GetValue(const char* key, const char* name, CUIntArray& out) const;
     int GetValue(const char* key, const char* name, CArray<int, int>& out) const;
     int GetValue(const char* key, const char* name, CStringArray& out) const;
-    // Hexadecimal digits, with "0x" before them or not.
+    template <std::integral Integer>
+    int GetValue(const char* key, const char* name, Integer& out) const
+    {
+        Nearest<Integer> value;
+        const int found = GetValue(key, name, value);
+        if (found != 0)
+            out = static_cast<Integer>(value);
+        return found;
+    }
+    // Up to 32 bits in hexadecimal digits, with "0x" before them or not.
     int GetHexValue(const char* key, const char* name, DWORD& out) const;
+    template <std::unsigned_integral Integer>
+    int GetHexValue(const char* key, const char* name, Integer& out) const
+    {
+        DWORD value;
+        const int found = GetHexValue(key, name, value);
+        if (found != 0)
+            out = static_cast<Integer>(value);
+        return found;
+    }
     // The values of all pairs whose names begin with the prefix, in order; 0 and `out` untouched
     // when there is none.
     int GetValueBegin(const char* key, const char* prefix, CStringArray& out) const;
@@ -176,6 +203,10 @@ protected:
     int SaveFile(const char* path);
 
 private:
+    template <class Integer>
+    using Nearest = std::conditional_t<(sizeof(Integer) > sizeof(int)), INT64,
+                                       std::conditional_t<std::is_signed_v<Integer>, int, DWORD>>;
+
     CSettingDataKey* FindKey(const char* key) const;
     const CSettingDataPair* FindPair(const char* key, const char* name) const;
     // The key, made when it is missing; null when no key can have that name.

@@ -39,6 +39,11 @@ TEST(SettingValue, Texts)
     INT64 big = 0;
     EXPECT_EQ(data.GetValue("a", "x", big), 1);
     EXPECT_EQ(big, LLONG_MIN);
+    EXPECT_EQ(text(short{-3}), TW("-3"));
+    EXPECT_EQ(text(4000000000ul), TW("4000000000"));
+    unsigned long asLong = 0;
+    EXPECT_EQ(data.GetValue("a", "x", asLong), 1);
+    EXPECT_EQ(asLong, 4000000000ul);
     EXPECT_EQ(text(CRect(-1, 2, -3, 40)), TW("-1,2,-3,40"));
     CRect rect;
     EXPECT_EQ(data.GetValue("a", "x", rect), 1);
@@ -66,6 +71,8 @@ TEST(SettingValue, Texts)
 
     data.SetHexValue("a", "h", 0x00C0FFEE);
     EXPECT_EQ(data.Get("a", "h"), TW("0x00C0FFEE"));
+    EXPECT_EQ(data.GetHexValue("a", "h", asLong), 1);
+    EXPECT_EQ(asLong, 0x00C0FFEEul);
 }
 
 TEST(SettingValue, NumbersFromText)
