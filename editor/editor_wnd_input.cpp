@@ -73,7 +73,8 @@ INT64 CountTabBlanks(const CEditorMetrics& metrics, INT64 column, INT64 repeat)
 
 void CEditorWnd::OnChar(UINT character, UINT repeat, UINT)
 {
-    if (::IsWindowUnicode(m_hWnd))
+    // A program that made this an ANSI window may still hand characters on as units.
+    if (::IsWindowUnicode(m_hWnd) || character > 0xFF)
         TakeUnit(character, repeat);
     else
         TakeByte(character, repeat);

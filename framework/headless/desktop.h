@@ -124,6 +124,7 @@ struct Window {
     bool internalPaint = false;
     bool sizePending = true; // top-level windows hear of their size when first shown
     bool redraw = true;      // WM_SETREDRAW
+    bool unicode = true;     // its procedure takes characters as units, else as bytes
     bool trackLeave = false;
     bool destroying = false;
     HIMC inputContext = nullptr;

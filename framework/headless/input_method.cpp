@@ -111,6 +111,15 @@ BOOL ImmSetCompositionFontW(HIMC handle, LOGFONTW* font)
     return TRUE;
 }
 
+BOOL ImmGetCompositionFontW(HIMC handle, LOGFONTW* font)
+{
+    const InputContext* const context = FindContext(handle);
+    if (context == nullptr)
+        return FALSE;
+    *font = context->font;
+    return TRUE;
+}
+
 LONG ImmGetCompositionStringW(HIMC handle, DWORD index, LPVOID data, DWORD size)
 {
     const InputContext* const context = FindContext(handle);

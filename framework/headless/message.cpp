@@ -84,7 +84,20 @@ LRESULT SendMessageW(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
     const Window* const window = FindWindowOf(handle);
     if (window == nullptr || window->procedure == nullptr)
         return 0;
-    return window->procedure(handle, message, wParam, lParam);
+    if (window->unicode || (message != WM_CHAR && message != WM_IME_CHAR))
+        return window->procedure(handle, message, wParam, lParam);
+    // An ANSI window gets the bytes one by one, or from the input method both at once.
+    const WCHAR unit = static_cast<WCHAR>(wParam);
+    const std::string bytes = tlvn::NarrowText(tlvn::WStringView(&unit, 1));
+    WPARAM whole = 0;
+    for (const char byte : bytes)
+        whole = whole << 8 | static_cast<BYTE>(byte);
+    const WNDPROC procedure = window->procedure;
+    if (message == WM_CHAR && whole > 0xFF) {
+        procedure(handle, message, whole >> 8, lParam);
+        whole &= 0xFF;
+    }
+    return procedure(handle, message, whole, lParam);
 }
 
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam)

@@ -45,6 +45,8 @@ TLVN_API BOOL EnumChildWindows(HWND window, WNDENUMPROC procedure, LPARAM value)
 TLVN_API HWND WindowFromPoint(POINT point);
 TLVN_API LONG_PTR GetWindowLongPtrW(HWND window, int index);
 TLVN_API LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
+// With GWLP_WNDPROC it makes an ANSI window: characters come to it as bytes.
+TLVN_API LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);
 TLVN_API LONG GetWindowLongW(HWND window, int index);
 TLVN_API LONG SetWindowLongW(HWND window, int index, LONG value);
 TLVN_API BOOL SetWindowTextW(HWND window, LPCWSTR text);
@@ -268,6 +270,7 @@ TLVN_API BOOL ImmSetCompositionWindow(HIMC context, COMPOSITIONFORM* form);
 TLVN_API BOOL ImmGetCompositionWindow(HIMC context, COMPOSITIONFORM* form);
 TLVN_API BOOL ImmSetCandidateWindow(HIMC context, CANDIDATEFORM* form);
 TLVN_API BOOL ImmSetCompositionFontW(HIMC context, LOGFONTW* font);
+TLVN_API BOOL ImmGetCompositionFontW(HIMC context, LOGFONTW* font);
 TLVN_API LONG ImmGetCompositionStringW(HIMC context, DWORD index, LPVOID data, DWORD size);
 TLVN_API BOOL ImmNotifyIME(HIMC context, DWORD action, DWORD index, DWORD value);
 TLVN_API BOOL ImmGetOpenStatus(HIMC context);

@@ -384,6 +384,7 @@ LONG_PTR SetWindowLongPtrW(HWND handle, int index, LONG_PTR value)
     switch (index) {
     case GWLP_WNDPROC:
         window->procedure = reinterpret_cast<WNDPROC>(value);
+        window->unicode = true;
         break;
     case GWLP_ID:
         window->id = value;
@@ -406,6 +407,15 @@ LONG_PTR SetWindowLongPtrW(HWND handle, int index, LONG_PTR value)
         SendMessageW(handle, WM_STYLECHANGED, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(styles));
     }
+    return previous;
+}
+
+LONG_PTR SetWindowLongPtrA(HWND handle, int index, LONG_PTR value)
+{
+    const LONG_PTR previous = SetWindowLongPtrW(handle, index, value);
+    Window* const window = FindWindowOf(handle);
+    if (window != nullptr && index == GWLP_WNDPROC)
+        window->unicode = false;
     return previous;
 }
 
@@ -449,5 +459,6 @@ DWORD GetWindowThreadProcessId(HWND handle, DWORD* process)
 
 BOOL IsWindowUnicode(HWND handle)
 {
-    return IsWindow(handle);
+    const Window* const window = FindWindowOf(handle);
+    return window != nullptr && window->unicode;
 }

@@ -57,6 +57,38 @@ TEST_F(EditorInputTest, PutsCharactersTogether)
                       "A");
 }
 
+// The same bytes in an ANSI window -> text in Shift_JIS and in UTF-16. The system makes bytes of
+// what it sends there. A unit that is no byte is taken as what it is.
+TEST_F(EditorInputTest, TakesBytesInAnAnsiWindow)
+{
+    const struct {
+        std::initializer_list<UINT> bytes;
+        std::string narrow, wide;
+    } cases[] = {
+        {{0x82, 0xA0}, "\x82\xA0", "\x42\x30"s},
+        {{0x83, 0x5C, 'x'}, "\x83\x5Cx", "\xBD\x30x\0"s},          // ソ
+        {{0xB1, 0xFB, 0xFC}, "\xB1\xFB\xFC", "\x71\xFF\xD9\x9A"s}, // ｱ髙
+        {{0x82, '!', 'a'}, "!a", "!\0a\0"s},
+        {{0x82, 0x3042}, "\x82\xA0", "\x42\x30"s},
+    };
+    Create();
+    ::SetWindowLongPtrA(editor.m_hWnd, GWLP_WNDPROC,
+                        ::GetWindowLongPtrW(editor.m_hWnd, GWLP_WNDPROC));
+    ASSERT_FALSE(::IsWindowUnicode(editor.m_hWnd));
+    for (const auto& c : cases) {
+        for (const bool wide : {false, true}) {
+            SetText("", wide ? CT_UTF8 : CT_SJIS);
+            for (const UINT byte : c.bytes)
+                editor.OnChar(byte, 1, 0);
+            EXPECT_EQ(Text(), wide ? c.wide : c.narrow);
+        }
+    }
+    SetText("", CT_UTF8);
+    for (const UINT message : {WM_CHAR, WM_IME_CHAR, WM_CHAR})
+        ::SendMessageW(editor.m_hWnd, message, 0x30BD, 1);
+    EXPECT_EQ(Text(), "\xBD\x30\xBD\x30\xBD\x30"s);
+}
+
 // A step to undo per message, with its repeats, however much it replaced.
 TEST_F(EditorInputTest, IsOneStepToUndo)
 {
