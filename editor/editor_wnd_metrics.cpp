@@ -208,8 +208,10 @@ void CEditorWnd::Tab2SpaceAll()
                              : before[tail - 1] != '\t')
             tail -= unit;
         const int rest = text.GetLength() - tail;
-        m_model.DeleteText(CTextPos(i, head), CTextPos(i, tail));
-        m_model.InsertText(CTextPos(i, head), after + head, spaced.GetLength() - rest - head);
+        // The tabs go last: without anything between them, halves of a character would join.
+        const int added = spaced.GetLength() - rest - head;
+        m_model.InsertText(CTextPos(i, head), after + head, added);
+        m_model.DeleteText(CTextPos(i, head + added), CTextPos(i, tail + added));
         if (caret.line == i) {
             tlvn::Tab2Space(code, before, std::min(caret.logicalByte, text.GetLength()),
                             m_metrics.GetTabColumn(), spaced);

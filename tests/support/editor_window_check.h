@@ -1,17 +1,17 @@
-// An editor window under messages, keys, mouse and sizes made from arbitrary bytes: positions stay
-// in the text, and undoing leads back to it. Shared by the random test and the fuzz target.
+// An editor window under messages, keys, mouse and sizes made from arbitrary bytes: its text is
+// what a model beside it tells, and positions stay in the text. Shared by the random test and the
+// fuzz target.
 
 #pragma once
 
 #include "TlvnMisc.h"
 #include "editor/open_url.h"
-#include "tests/support/edit_model.h"
+#include "tests/support/window_text_model.h"
 
 #include <functional>
+#include <optional>
 
 namespace editor_window {
-
-using edit_model::Length;
 
 class Session {
 public:
@@ -25,7 +25,9 @@ public:
         m_editor.CreateEditorWnd(0, WS_POPUP | WS_VISIBLE | scrollBars, CRect(0, 0, 120, 90),
                                  nullptr, 0, MakeMetrics(), CEditorColor());
         m_editor.SetDocument(m_wide ? CT_UNICODE : CT_SJIS, text.data(), Length(text));
+        m_editor.InsertHeaderLines(m_source.Number(0, 3));
         SetTextClipboard("clip\r\n", 6, CT_SJIS, nullptr);
+        m_model.emplace(m_editor);
     }
     ~Session()
     {
@@ -37,26 +39,19 @@ public:
     // The property that does not hold, or null.
     const char* Run()
     {
-        const std::string first = Text();
         while (!m_source.IsEmpty()) {
             if (const char* fault = Step())
                 return fault;
         }
         HoldKeys(0);
         m_editor.SetReadOnly(0);
-        while (m_editor.CanRedo())
-            m_editor.Redo();
-        const std::string last = Text();
-        while (m_editor.CanUndo()) {
-            m_editor.Undo();
-            if (const char* fault = Check())
-                return fault;
+        for (const bool undo : {true, false}) {
+            while (undo ? m_editor.CanUndo() : m_editor.CanRedo()) {
+                if (const char* fault = UndoOrRedo(undo))
+                    return fault;
+            }
         }
-        if (Text() != first)
-            return "undo of everything";
-        while (m_editor.CanRedo())
-            m_editor.Redo();
-        return Text() != last ? "redo of everything" : nullptr;
+        return nullptr;
     }
 
 private:
@@ -83,6 +78,8 @@ private:
         for (const auto& [key, bit] : {std::pair{VK_SHIFT, 1u}, {VK_CONTROL, 2u}, {VK_MENU, 4u}})
             state[key] = (bits & bit) != 0 ? BYTE{0x80} : BYTE{0};
         ::SetKeyboardState(state);
+        if (m_model)
+            m_model->HoldShift((bits & 1) != 0);
     }
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam)
     {
@@ -98,39 +95,33 @@ private:
     }
     CTextPos MakePos() { return CTextPos(m_source.Number(-1, 12), m_source.Number(-1, 30)); }
 
-    std::string Text()
+    const char* UndoOrRedo(bool undo)
     {
-        CBuffer text;
-        m_editor.GetDocument(1, 0, 1, 0, text);
-        return std::string(text, static_cast<std::size_t>(text.GetLength()));
-    }
-    const char* UndoOrRedo()
-    {
-        if (m_source.Byte() % 2 == 0) {
-            m_editor.Undo();
-            return nullptr;
-        }
-        // A change and its reverse.
-        if (!m_editor.CanUndo())
-            return nullptr;
-        const std::string before = Text();
-        m_editor.Undo();
-        if (const char* fault = Check())
-            return fault;
-        m_editor.Redo();
-        return Text() != before ? "redo of an undone step" : nullptr;
+        undo ? m_model->Undo() : m_model->Redo();
+        undo ? m_editor.Undo() : m_editor.Redo();
+        return Check();
     }
 
+    // A command once, a key that moves the caret up to three times.
     void Key()
     {
         static const int kKeys[] = {VK_UP,  VK_DOWN, VK_LEFT, VK_RIGHT, VK_PRIOR, VK_NEXT,  VK_HOME,
                                     VK_END, 'U',     'K',     'Y',      VK_BACK,  VK_DELETE};
-        HoldKeys(m_source.Byte());
+        const unsigned held = m_source.Byte();
+        const int key = kKeys[m_source.Number(0, std::size(kKeys) - 1)];
+        HoldKeys(held);
+        const CAccelData& keys = CEditorWnd::GetAccelData();
+        const int modifiers = ((held & 2) != 0 ? FCONTROL : 0) | ((held & 4) != 0 ? FALT : 0);
+        int id = keys.GetCmdID(static_cast<BYTE>(modifiers), key);
+        const bool moves = id >= EditorCmdLineUp && id <= EditorCmdDocEnd;
+        if ((held & 1) != 0 && !moves)
+            id = keys.GetCmdID(static_cast<BYTE>(modifiers | FSHIFT), key);
+        m_model->Run(id);
         MSG message{};
         message.hwnd = m_editor.m_hWnd;
         message.message = WM_KEYDOWN;
-        message.wParam = static_cast<WPARAM>(kKeys[m_source.Number(0, std::size(kKeys) - 1)]);
-        message.lParam = m_source.Number(0, 3);
+        message.wParam = static_cast<WPARAM>(key);
+        message.lParam = moves ? m_source.Number(0, 3) : 1;
         m_editor.PreTranslateMessage(&message);
     }
     void Mouse()
@@ -153,22 +144,52 @@ private:
         const int height = kSizes[m_source.Number(0, std::size(kSizes) - 1)];
         m_editor.MoveWindow(0, 0, width, height, TRUE);
     }
+    void Type(UINT message, int unit)
+    {
+        m_model->TypeUnit(static_cast<unsigned>(unit));
+        Send(message, static_cast<WPARAM>(unit), 1);
+    }
     void OtherMessage()
     {
-        static const UINT kPlain[] = {WM_SETFOCUS, WM_KILLFOCUS, WM_CANCELMODE, EM_GETSEL, WM_COPY,
-                                      WM_CUT,      WM_PASTE,     WM_CLEAR,      WM_UNDO};
-        static const UINT kWithNumber[] = {WM_VSCROLL, WM_HSCROLL, WM_CHAR, WM_IME_CHAR,
-                                           WM_IME_COMPOSITION};
-        if (m_source.Byte() % 2 == 0)
-            Send(kPlain[m_source.Number(0, std::size(kPlain) - 1)], 0, 0);
-        else
-            Send(kWithNumber[m_source.Number(0, std::size(kWithNumber) - 1)],
-                 static_cast<WPARAM>(m_source.Number(0, 0xFFFF)), 1);
-        Send(EM_SETSEL, static_cast<WPARAM>(m_source.Number(-1, 40)), m_source.Number(-1, 40));
+        static const UINT kMessages[] = {
+            WM_SETFOCUS, WM_KILLFOCUS, WM_CANCELMODE, EM_GETSEL,          WM_COPY,       WM_CUT,
+            WM_PASTE,    WM_CLEAR,     WM_UNDO,       WM_VSCROLL,         WM_HSCROLL,    WM_CHAR,
+            WM_IME_CHAR, EM_SETSEL,    EM_SETSEL,     WM_IME_COMPOSITION, WM_IME_REQUEST};
+        const UINT message = kMessages[m_source.Number(0, std::size(kMessages) - 1)];
+        const int number = m_source.Number(-1, 0xFFFF);
         RECONVERTSTRING wanted{}; // an input method that chooses anything
-        wanted.dwCompStrOffset = static_cast<DWORD>(m_source.Number(-2, 60));
-        wanted.dwCompStrLen = static_cast<DWORD>(m_source.Number(-2, 30));
-        Send(WM_IME_REQUEST, IMR_CONFIRMRECONVERTSTRING, reinterpret_cast<LPARAM>(&wanted));
+        switch (message) {
+        case WM_KILLFOCUS:
+            m_model->LoseFocus();
+            break;
+        case WM_CUT:
+            m_model->Cut();
+            break;
+        case WM_PASTE:
+            m_model->Paste(false);
+            break;
+        case WM_CLEAR:
+            m_model->DeleteSelection();
+            break;
+        case WM_UNDO:
+            m_model->Undo();
+            break;
+        case WM_CHAR:
+        case WM_IME_CHAR:
+            return Type(message, number & 0xFFFF);
+        case EM_SETSEL:
+            Send(message, static_cast<WPARAM>(number % 40), m_source.Number(-1, 40));
+            return;
+        case WM_IME_REQUEST:
+            wanted.dwCompStrOffset = static_cast<DWORD>(m_source.Number(-2, 60));
+            wanted.dwCompStrLen = static_cast<DWORD>(m_source.Number(-2, 30));
+            Send(message, IMR_CONFIRMRECONVERTSTRING, reinterpret_cast<LPARAM>(&wanted));
+            return;
+        default:
+            break;
+        }
+        const bool scrolls = message == WM_VSCROLL || message == WM_HSCROLL;
+        Send(message, scrolls ? static_cast<WPARAM>(number & 0xFFFF) : 0, 0);
     }
     void Change()
     {
@@ -177,13 +198,32 @@ private:
         const std::function<void()> changes[] = {
             [&] { m_editor.ChangeEditorMetrics(MakeMetrics()); },
             [&] { m_editor.SetReadOnly(number == 0); },
-            [&] { m_editor.SetInsertMode(flag); },
-            [&] { m_editor.Tab2SpaceAll(); },
-            [&] { m_editor.Indent(flag, number); },
-            [&] { m_editor.IndentLine(number, m_source.Number(-3, 3)); },
-            [&] { m_editor.DrawLineMarker(number); },
+            [&] {
+                m_model->SetInsertMode(flag);
+                m_editor.SetInsertMode(flag);
+            },
+            [&] {
+                m_model->SpaceTabs();
+                m_editor.Tab2SpaceAll();
+            },
+            [&] {
+                m_model->Indent(flag != 0, number);
+                m_editor.Indent(flag, number);
+            },
+            [&] {
+                const int count = m_source.Number(-3, 3);
+                m_model->IndentLine(number, count);
+                m_editor.IndentLine(number, count);
+            },
+            [&] {
+                m_model->MarkSelection();
+                m_editor.DrawLineMarker(number);
+            },
             [&] { m_editor.AddFoundArray(MakePos(), MakePos()); },
-            [&] { m_editor.PasteText(flag); },
+            [&] {
+                m_model->Paste(flag != 0);
+                m_editor.PasteText(flag);
+            },
             [&] { m_editor.SelectText(MakePos(), MakePos(), 1, flag); },
         };
         changes[m_source.Number(0, std::size(changes) - 1)]();
@@ -191,30 +231,33 @@ private:
 
     const char* Step()
     {
-        static const UINT kTyped[] = {'x', ' ', 0x3042, '\r', '\t', 0x82, 0xA0, 0xD842, 0xDFB7, 8};
+        static const int kTyped[] = {'x',  ' ',  0x3042, '\r',   '\t', '\t',
+                                     0x82, 0xA0, 0xD842, 0xDFB7, 8};
         const int kind = m_source.Number(0, 15);
         const char* fault = nullptr;
-        if (kind < 4)
-            Send(WM_CHAR, kTyped[m_source.Number(0, std::size(kTyped) - 1)], 1);
-        else if (kind == 4)
-            m_editor.ExecEditorCmd(m_source.Number(EditorCmdLineUp, EditorCmdToggleInsert));
-        else if (kind == 5)
-            fault = UndoOrRedo();
-        else if (kind == 6)
-            m_editor.Redo();
-        else if (kind < 10)
+        if (kind < 4) {
+            Type(WM_CHAR, kTyped[m_source.Number(0, std::size(kTyped) - 1)]);
+        } else if (kind == 4) {
+            const int command = m_source.Number(EditorCmdLineUp, EditorCmdToggleInsert);
+            m_model->Run(command);
+            m_editor.ExecEditorCmd(command);
+        } else if (kind < 7) {
+            fault = UndoOrRedo(kind == 5);
+        } else if (kind < 10) {
             Key();
-        else if (kind < 12)
+        } else if (kind < 12) {
             Mouse();
-        else if (kind == 12)
+        } else if (kind == 12) {
             Resize();
-        else if (kind == 13)
+        } else if (kind == 13) {
             OtherMessage();
-        else if (kind == 14) {
+        } else if (kind == 14) {
             const std::string text = edit_model::MakeText(m_source, m_wide, 6);
+            m_model->Insert(text);
             m_editor.Insert(text.data(), Length(text));
-        } else
+        } else {
             Change();
+        }
         if (m_source.Byte() % 2 != 0)
             m_editor.UpdateWindow();
         return fault != nullptr ? fault : Check();
@@ -235,6 +278,8 @@ private:
     }
     const char* Check()
     {
+        if (const char* fault = m_model->FindFault())
+            return fault;
         const tlvn::Document& document = m_editor.GetDoc();
         if (!IsPlace(m_editor.GetCaretTPos()))
             return "caret";
@@ -266,6 +311,7 @@ private:
     ByteSource& m_source;
     CEditorWnd m_editor;
     bool m_wide = false;
+    std::optional<TextModel> m_model;
 };
 
 } // namespace editor_window
