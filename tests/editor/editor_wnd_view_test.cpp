@@ -218,27 +218,6 @@ TEST_F(EditorView, ScrollsInsteadOfMovingACaretThatIsNotThere)
     EXPECT_EQ(Caret(), "0,0");
 }
 
-TEST_F(EditorView, SelectsByDraggingAndClicking)
-{
-    Create();
-    SetText("one two three\r\nfour five\r\nsix");
-    Mouse(WM_LBUTTONDOWN, PointOf(0, 4), MK_LBUTTON);
-    EXPECT_EQ(::GetCapture(), editor.m_hWnd);
-    Mouse(WM_MOUSEMOVE, PointOf(0, 1), MK_LBUTTON);
-    EXPECT_EQ(Selected(), "ne ");
-    Mouse(WM_LBUTTONUP, PointOf(0, 1));
-    Mouse(WM_LBUTTONDOWN, PointOf(1, 1), MK_LBUTTON | MK_SHIFT);
-    Mouse(WM_LBUTTONUP, PointOf(1, 1), MK_SHIFT);
-    EXPECT_EQ(Selected(), "two three\r\nf");
-    Mouse(WM_LBUTTONDOWN, PointOf(1, 6), MK_LBUTTON | MK_CONTROL);
-    EXPECT_EQ(Selected(), "five");
-    Mouse(WM_LBUTTONUP, PointOf(1, 6), MK_CONTROL);
-    Mouse(WM_LBUTTONDBLCLK, PointOf(0, 9), MK_LBUTTON);
-    EXPECT_EQ(Selected(), "three");
-    Click(CPoint(390, 250)); // below the text: behind its last character
-    EXPECT_EQ(Caret(), "2,3");
-}
-
 TEST_F(EditorView, SelectsPhysicalLinesInTheRuler)
 {
     metrics.SetShowLineRuler(1);
