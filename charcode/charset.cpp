@@ -266,9 +266,9 @@ void ConvToPriorCodeType(CodeType from, CodeType to, CBuffer& text)
     if (from == to || text.IsEmpty())
         return;
     CBuffer converted;
-    ConvertToOtherCodeType2(CodeTypeSave2Edit(from), text, text.GetLength(), CodeTypeSave2Edit(to),
-                            converted, 0);
-    text = converted;
+    if (ConvertToOtherCodeType2(CodeTypeSave2Edit(from), text, text.GetLength(),
+                                CodeTypeSave2Edit(to), converted, 0) >= 0)
+        text = converted;
 }
 
 const char* GetDefaultSendEncoding(int a, int b, CodeType t)

@@ -59,7 +59,8 @@ TLVN_API CodeType CodeType2DefSend(CodeType t);
 // The one code type that can hold texts of both types.
 TLVN_API CodeType GetPriorCodeType(CodeType a, CodeType b);
 
-// Converts `text` from the edit form of `from` to the edit form of `to`.
+// Converts `text` from the edit form of `from` to the edit form of `to`. Where that is not
+// possible, as for CT_UNKNOWN, the text stays as it is.
 TLVN_API void ConvToPriorCodeType(CodeType from, CodeType to, CBuffer& text);
 
 // The transfer encoding of a body part in code type t: "base64" when a or b is 0, that is when

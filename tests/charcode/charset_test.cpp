@@ -94,6 +94,8 @@ TEST(CodeTypeForms, OneTypeForTwoTexts)
     CBuffer text("\x82\xA0");
     ConvToPriorCodeType(CT_JIS, CT_UTF8, text); // held as Shift_JIS, then as UTF-16
     EXPECT_EQ(text, CBuffer("\x42\x30"));
+    ConvToPriorCodeType(CT_UNKNOWN, CT_JIS, text); // impossible
+    EXPECT_EQ(text, CBuffer("\x42\x30"));
 }
 
 TEST(CodeTypeForms, EncodingAndColumns)
