@@ -77,9 +77,11 @@ int IsTraceOutput()
 
 void debug_out(const void*, int) {}
 
-CTraceFunction::CTraceFunction(const char* name)
-    : m_name(IsTraceOutput() ? name : ""), m_entryWritten(0), m_depth(g_depth++), m_mode(0)
-{}
+CTraceFunction::CTraceFunction(const char* name) : m_entryWritten(0), m_depth(g_depth++), m_mode(0)
+{
+    if (IsTraceOutput())
+        Quietly([&] { m_name = name; });
+}
 
 CTraceFunction::~CTraceFunction()
 {

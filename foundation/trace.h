@@ -29,7 +29,7 @@ TLVN_API void debug_out(const void* data, int len);
 // One activation of a traced function; lives on its stack.
 class TLVN_API CTraceFunction {
 public:
-    // `name` has to live as long.
+    // The name is copied; a null one is empty.
     explicit CTraceFunction(const char* name);
     ~CTraceFunction();
     CTraceFunction(const CTraceFunction&) = delete;

@@ -224,28 +224,21 @@ bool HasCalendarDate(INT64 time)
            local.tm_year <= 30827 - 1900;
 }
 
-bool FormatDate(INT64 time, const char* format, CString& out)
-{
-    if (!HasCalendarDate(time))
-        return false;
-    WString text;
-    const WString wideFormat = WidenText(format == nullptr ? "" : format);
-    if (!FormatLocalDate(time, format == nullptr ? nullptr : wideFormat.c_str(), text))
-        return false;
-    out = Narrowed(text);
-    return true;
-}
+using Formatter = bool (*)(INT64 time, const WCHAR* format, WString& out);
 
-bool FormatTime(INT64 time, const char* format, CString& out)
+// What `formatter` makes of the time, a null format being the locale's own.
+bool FormatNarrow(Formatter formatter, INT64 time, const char* format, CString& out)
 {
     if (!HasCalendarDate(time))
         return false;
-    WString text;
-    const WString wideFormat = WidenText(format == nullptr ? "" : format);
-    if (!FormatLocalTime(time, format == nullptr ? nullptr : wideFormat.c_str(), text))
-        return false;
-    out = Narrowed(text);
-    return true;
+    return GuardMemory([&] {
+        WString text;
+        const WString wideFormat = WidenText(format == nullptr ? "" : format);
+        if (!formatter(time, format == nullptr ? nullptr : wideFormat.c_str(), text))
+            return false;
+        out = Narrowed(text);
+        return true;
+    });
 }
 
 // Copies the text, or " --" when there is none or too much of it.
@@ -382,15 +375,17 @@ char* GetLocalTimeText(const CTime& t, const char* dateFormat, const char* timeF
 {
     CString date;
     CString time;
-    const bool formatted = t.GetTime() != -1 && FormatDate(t.GetTime(), dateFormat, date) &&
-                           FormatTime(t.GetTime(), timeFormat, time);
+    const bool formatted = t.GetTime() != -1 &&
+                           FormatNarrow(FormatLocalDate, t.GetTime(), dateFormat, date) &&
+                           FormatNarrow(FormatLocalTime, t.GetTime(), timeFormat, time);
     return PutTimeText(formatted, date + " " + time, out, size);
 }
 
 char* GetLocalDateText(const CTime& t, char* out, int size)
 {
     CString date;
-    const bool formatted = t.GetTime() != -1 && FormatDate(t.GetTime(), nullptr, date);
+    const bool formatted =
+        t.GetTime() != -1 && FormatNarrow(FormatLocalDate, t.GetTime(), nullptr, date);
     return PutTimeText(formatted, date, out, size);
 }
 
