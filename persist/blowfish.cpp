@@ -36,7 +36,7 @@ DWORD Mix(const DWORD (&s)[4][256], DWORD x)
 
 } // namespace
 
-template <bool kEncipher, int kBlocks>
+template <bool kEncipher, std::size_t kBlocks>
 inline void CBlowFish::Crypt(const Schedule& schedule, DWORD (&left)[kBlocks],
                              DWORD (&right)[kBlocks])
 {
@@ -45,33 +45,33 @@ inline void CBlowFish::Crypt(const Schedule& schedule, DWORD (&left)[kBlocks],
     for (int round = 0; round < kRounds; round += 2) {
         const DWORD even = key(round);
         const DWORD odd = key(round + 1);
-        for (int i = 0; i < kBlocks; ++i) {
+        for (std::size_t i = 0; i < kBlocks; ++i) {
             left[i] ^= even;
             right[i] ^= Mix(schedule.s, left[i]);
         }
-        for (int i = 0; i < kBlocks; ++i) {
+        for (std::size_t i = 0; i < kBlocks; ++i) {
             right[i] ^= odd;
             left[i] ^= Mix(schedule.s, right[i]);
         }
     }
-    for (int i = 0; i < kBlocks; ++i) {
+    for (std::size_t i = 0; i < kBlocks; ++i) {
         const DWORD last = left[i] ^ key(kRounds);
         left[i] = right[i] ^ key(kRounds + 1);
         right[i] = last;
     }
 }
 
-template <bool kEncipher, int kBlocks>
+template <bool kEncipher, std::size_t kBlocks>
 inline void CBlowFish::CryptAt(const Schedule& schedule, const unsigned char* input,
                                unsigned char* output)
 {
     DWORD left[kBlocks], right[kBlocks];
-    for (int i = 0; i < kBlocks; ++i) {
+    for (std::size_t i = 0; i < kBlocks; ++i) {
         left[i] = LoadWord(input + i * 8);
         right[i] = LoadWord(input + i * 8 + 4);
     }
     Crypt<kEncipher, kBlocks>(schedule, left, right);
-    for (int i = 0; i < kBlocks; ++i) {
+    for (std::size_t i = 0; i < kBlocks; ++i) {
         StoreWord(output + i * 8, left[i]);
         StoreWord(output + i * 8 + 4, right[i]);
     }
@@ -81,7 +81,7 @@ template <bool kEncipher>
 void CBlowFish::CryptBlocks(const Schedule& schedule, const unsigned char* input,
                             unsigned char* output, std::size_t blocks)
 {
-    constexpr int kAtOnce = 4;
+    constexpr std::size_t kAtOnce = 4;
     for (; blocks >= kAtOnce; blocks -= kAtOnce) {
         CryptAt<kEncipher, kAtOnce>(schedule, input, output);
         input += kAtOnce * kBlockSize;

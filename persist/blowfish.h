@@ -49,12 +49,12 @@ private:
 
     // Enciphers or deciphers so many blocks at once: independent of each other, they keep the
     // processor busy while each waits for its own table look-ups.
-    template <bool kEncipher, int kBlocks>
+    template <bool kEncipher, std::size_t kBlocks>
     static void Crypt(const Schedule& schedule, DWORD (&left)[kBlocks], DWORD (&right)[kBlocks]);
     template <bool kEncipher>
     static void CryptBlocks(const Schedule& schedule, const unsigned char* input,
                             unsigned char* output, std::size_t blocks);
-    template <bool kEncipher, int kBlocks>
+    template <bool kEncipher, std::size_t kBlocks>
     static void CryptAt(const Schedule& schedule, const unsigned char* input,
                         unsigned char* output);
 
