@@ -143,6 +143,9 @@ public:
     // behind the end. With `clamp` a byte behind the end of the physical line is first brought
     // back to it. A physical line behind the last is taken as the end of the last.
     void P2LByteIndex(CTextPos& pos, int clamp) const;
+    // The position with both forms, where it has one alone, as the constructors of CTextPos leave
+    // it: that which is not 0 gives the other.
+    CTextPos Completed(CTextPos pos) const;
     void ByteL2ViewIndex(int line, int byte, CTextPos& pos) const;
     int ViewIndex2ByteL(const CTextPos& pos) const;
 

@@ -86,6 +86,16 @@ void Document::P2LByteIndex(CTextPos& pos, int clamp) const
     pos.logicalByte = Sum(start, pos.byte);
 }
 
+CTextPos Document::Completed(CTextPos pos) const
+{
+    const bool hasDisplay = pos.physical != 0 || pos.byte != 0;
+    if (hasDisplay && pos.logicalByte == 0)
+        P2LByteIndex(pos, 0);
+    else if (!hasDisplay && pos.logicalByte != 0)
+        L2PByteIndex(pos);
+    return pos;
+}
+
 void Document::ByteL2ViewIndex(int line, int byte, CTextPos& pos) const
 {
     pos = CTextPos(line, byte);

@@ -11,9 +11,10 @@
 // selection and view, and draws. The sources are cut by concern (editor_wnd_<concern>.cpp).
 //
 // Texts in a Unicode code type are UTF-16, all others are in the multibyte code page of their
-// code type; lengths are in bytes, positions as text_pos.h explains. Points and sizes are pixels
-// of the client area. Int results and flags are 1 and 0 unless said. Flags called quote put the
-// metrics' quote mark in front of every line, those called crlf CR LF between the lines.
+// code type; lengths are in bytes, positions as text_pos.h explains: of one that comes with one
+// form alone the other is made. Points and sizes are pixels of the client area. Int results and
+// flags are 1 and 0 unless said. Flags called quote put the metrics' quote mark in front of every
+// line, those called crlf CR LF between the lines.
 //
 // Without a window the text can be worked with, too; it is measured by the screen then. All
 // calls belong to the thread of the user interface. For lack of memory CMemoryException* is
@@ -26,6 +27,7 @@
 #include "editor/metrics.h"
 #include "editor/text_model.h"
 
+#include <algorithm>
 #include <climits>
 #include <memory>
 
@@ -82,7 +84,7 @@ public:
     // average character, which is the unit of horizontal scrolling.
     int GetCharHeight() const { return m_charHeight; }
     int GetCharWidth() const { return m_charWidth; }
-    int GetLineHeight() const { return m_charHeight + m_metrics.GetLineSpace(); }
+    int GetLineHeight() const { return m_charHeight + GetLineSpace(); }
     // Wraps all lines anew when they are wrapped at the window and its width has changed.
     void UpdateAutoTurn();
     // The drawn width of a line's widest physical line.
@@ -226,11 +228,11 @@ public:
     void GetSelectRange(CTextPos& start, CTextPos& end) const;
 
     // Ranges to be shown as found, until they are cleared or the text is replaced. They move
-    // with the text; undo and redo drop them.
+    // with the text.
     void AddFoundArray(const CEditorTextViewRangeArray& found);
     void AddFoundArray(const CTextPos& start, const CTextPos& end);
     void ClearFoundArray();
-    // In the order of the text; only their logical forms are kept right.
+    // In the order of the text; they have logical forms only.
     const CEditorTextViewRangeArray& GetFoundArray() const { return m_found; }
 
     // --- line markers (editor_wnd_marker.cpp; see text_model.h) --------------------------------
@@ -478,7 +480,8 @@ public:
     LRESULT OnGetTextLength(WPARAM wParam, LPARAM lParam);
     LRESULT OnGetSel(WPARAM wParam, LPARAM lParam);
     LRESULT OnSetSel(WPARAM wParam, LPARAM lParam);
-    // Two surrogates, or the two bytes of a double-byte character, make one character.
+    // Two surrogates, or the two bytes of a double-byte character, make one character. A repeat
+    // count of 0 is 1.
     void OnChar(UINT character, UINT repeat, UINT flags);
     LRESULT OnImeChar(WPARAM wParam, LPARAM lParam);
     // The messages by which dialogs and other programs edit a text.
@@ -554,6 +557,8 @@ private:
     void MoveCaretToRow(int row, bool select, int scroll);
     void MoveCaretPage(int direction);
 
+    // So that no sum with heights of lines overflows.
+    int GetLineSpace() const { return std::min(m_metrics.GetLineSpace(), 10000); }
     CRect GetLayoutRect() const;
     CRect GetTextRect() const;
     // Whole lines between the rulers and the lower edge.
@@ -563,6 +568,7 @@ private:
     int GetRowTop(int row) const;
     int ScrollBy(int lines, bool moveCaret);
     void SetScroll(int bar, int count, int page, int position);
+    int GetThumbPos(int bar, UINT pos);
     int GetX(const CTextPos& pos) const;
     int GetBlankBytes() const { return GetDoc().IsWide() ? 2 : 1; }
 
@@ -605,6 +611,7 @@ private:
     void StartDrag(Drag drag, const CTextPos& anchor);
     void DragTo(CPoint point);
     void EndDrag();
+    void ScrollWhileDragging(bool on);
     bool IsInRulers(CPoint point) const;
 
     CEditorMetrics m_metrics;
@@ -655,6 +662,7 @@ private:
     Drag m_drag = Drag::None;
     CTextPos m_dragAnchor; // start of the physical line of a line drag
     CPoint m_dragPoint;
+    bool m_dragScrolls = false;
 
     int m_readOnly = 0;
     int m_insertMode = 1;

@@ -129,7 +129,7 @@ int CEditorWnd::GetColumn(const CTextPos& pos) const
 void CEditorWnd::MoveCaret(const CTextPos& pos, int select, int scroll, CaretMoveReason reason)
 {
     const tlvn::Document& document = GetDoc();
-    CTextPos place = pos;
+    CTextPos place = document.Completed(pos);
     const bool free = m_metrics.GetFreeCursor() != 0;
     bool atRowEnd = false;
     if (free && place.line >= document.GetLineCount()) {

@@ -50,7 +50,7 @@ void CEditorWnd::UpdateDrawColors()
 int CEditorWnd::GetDrawColor(const CTextPos& at, int& length, COLORREF& text, COLORREF& back,
                              int& underline) const
 {
-    CTextPos pos = at;
+    CTextPos pos = GetDoc().Completed(at);
     GetDoc().L2PByteIndex(pos);
     tlvn::DrawRun run;
     if (GetDoc().IsInText(pos)) {
@@ -82,8 +82,10 @@ CEditorLineRange::ElRangeType CEditorWnd::GetURLOn(CPoint point, CString* text) 
 {
     if (text != nullptr)
         text->Empty();
+    // What is scrolled out of sight lies under the rulers.
+    const CRect shown = GetTextRect();
     CTextPos pos;
-    if (CursorPoint2TextPos(point, 0, pos) == 0)
+    if (point.x < shown.left || point.y < shown.top || CursorPoint2TextPos(point, 0, pos) == 0)
         return CEditorLineRange::ElRangeNone;
     const auto& links = GetDoc().GetLinks(pos.line);
     const std::size_t index = tlvn::FindLinkFrom(links, pos.logicalByte);

@@ -169,19 +169,22 @@ void CEditorWnd::GetDocument2(CBuffer& out) const
 
 void CEditorWnd::GetDocumentPart(int quote, const CTextPos& from, int crlf, CBuffer& out) const
 {
-    GetDoc().CopyRange(from, GetDoc().GetDocEnd(), MakeTextForm(quote, crlf, 0), out);
+    GetDoc().CopyRange(GetDoc().Completed(from), GetDoc().GetDocEnd(), MakeTextForm(quote, crlf, 0),
+                       out);
 }
 
 int CEditorWnd::GetTextWithin(const CTextPos& from, const CTextPos& to, int quote, int crlf,
                               char* out, int size) const
 {
-    return GetDoc().CopyRange(from, to, MakeTextForm(quote, crlf, 0), out, size);
+    return GetDoc().CopyRange(GetDoc().Completed(from), GetDoc().Completed(to),
+                              MakeTextForm(quote, crlf, 0), out, size);
 }
 
 int CEditorWnd::GetTextWithin(const CTextPos& from, const CTextPos& to, int quote, int crlf,
                               CBuffer& out) const
 {
-    GetDoc().CopyRange(from, to, MakeTextForm(quote, crlf, 0), out);
+    GetDoc().CopyRange(GetDoc().Completed(from), GetDoc().Completed(to),
+                       MakeTextForm(quote, crlf, 0), out);
     return out.GetLength();
 }
 
@@ -221,17 +224,18 @@ CTextPos CEditorWnd::InsertText(const CTextPos& at, const char* text, int length
 {
     if (m_readOnly != 0 || text == nullptr || length <= 0)
         return at;
-    BeginChanges();
-    FollowChanges(m_model.InsertText(at, text, length));
+    const CTextPos place = GetDoc().Completed(at);
+    ReplaceText(place, place, text, length);
     return m_caretPos;
 }
 
 CTextPos CEditorWnd::DeleteText(const CTextPos& from, const CTextPos& to)
 {
-    if (m_readOnly != 0 || tlvn::IsSameL(from, to))
+    const CTextPos start = GetDoc().Completed(from);
+    const CTextPos end = GetDoc().Completed(to);
+    if (m_readOnly != 0 || tlvn::IsSameL(start, end))
         return from;
-    BeginChanges();
-    FollowChanges(m_model.DeleteText(from, to));
+    ReplaceText(start, end, nullptr, 0);
     return m_caretPos;
 }
 

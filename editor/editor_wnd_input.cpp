@@ -73,8 +73,10 @@ INT64 CountTabBlanks(const CEditorMetrics& metrics, INT64 column, INT64 repeat)
 
 void CEditorWnd::OnChar(UINT character, UINT repeat, UINT)
 {
+    // Programs that send characters often leave the count out.
+    repeat = std::max(repeat, 1U);
     // A program that made this an ANSI window may still hand characters on as units.
-    if (::IsWindowUnicode(m_hWnd) || character > 0xFF)
+    if (!HasWindow() || ::IsWindowUnicode(m_hWnd) || character > 0xFF)
         TakeUnit(character, repeat);
     else
         TakeByte(character, repeat);

@@ -12,13 +12,13 @@ void CEditorWnd::DrawLineMarker(int kind)
 
 void CEditorWnd::DrawLineMarker(int kind, const CTextPos& from, const CTextPos& to)
 {
-    m_model.DrawMarker(kind, from, to);
+    m_model.DrawMarker(kind, GetDoc().Completed(from), GetDoc().Completed(to));
     InvalidateRange(from, to);
 }
 
 void CEditorWnd::DrawSimpleLineMarker(int kind, const CTextPos& from, const CTextPos& to)
 {
-    m_model.DrawSimpleMarker(kind, from, to);
+    m_model.DrawSimpleMarker(kind, GetDoc().Completed(from), GetDoc().Completed(to));
     InvalidateRange(from, to);
 }
 

@@ -53,6 +53,8 @@ void CEditorWnd::OnLButtonDown(UINT flags, CPoint point)
     const CRect text = GetTextRect();
     if (m_metrics.GetShowColRuler() != 0 && point.y < text.top)
         return;
+    // The margin above the text belongs to the first line in sight.
+    point.y = std::max(point.y, text.top);
     CTextPos pos;
     CursorPoint2TextPos(point, 1, pos);
     const bool inLineRuler = m_metrics.GetShowLineRuler() != 0 && point.x < text.left;
@@ -122,7 +124,7 @@ void CEditorWnd::EndDrag()
     if (m_drag == Drag::None)
         return;
     m_drag = Drag::None;
-    KillTimer(kDragTimer);
+    ScrollWhileDragging(false);
     if (::GetCapture() == m_hWnd)
         ::ReleaseCapture();
 }
@@ -135,9 +137,17 @@ void CEditorWnd::OnMouseMove(UINT, CPoint point)
     DragTo(point);
     // Outside the text the view follows, also while the mouse rests.
     const CRect text = GetTextRect();
-    const bool outside = point.y < text.top || point.y >= text.bottom || point.x < text.left ||
-                         point.x >= text.right;
-    if (outside)
+    ScrollWhileDragging(point.y < text.top || point.y >= text.bottom || point.x < text.left ||
+                        point.x >= text.right);
+}
+
+// A timer that is set again starts anew: it would not run out under a mouse that moves.
+void CEditorWnd::ScrollWhileDragging(bool on)
+{
+    if (m_dragScrolls == on)
+        return;
+    m_dragScrolls = on;
+    if (on)
         SetTimer(kDragTimer, kDragInterval);
     else
         KillTimer(kDragTimer);
@@ -148,10 +158,8 @@ void CEditorWnd::OnTimer(UINT_PTR id)
 {
     if (id != kDragTimer)
         return CWnd::OnTimer(id);
-    if (m_drag == Drag::None) {
-        KillTimer(kDragTimer);
+    if (!m_dragScrolls)
         return;
-    }
     const CRect text = GetTextRect();
     const auto steps = [](INT64 beyond, int unit) {
         return static_cast<int>(1 + std::min<INT64>(beyond / unit, 100));

@@ -24,6 +24,8 @@ enum MarkKind : int {
 constexpr COLORREF kNoColor = 0xFFFFFFFF;
 // The most bytes of a row that are drawn: more are only there when they have no width.
 constexpr int kMaxRowBytes = 1 << 16;
+// No tab ends farther from the start of its row, whatever the settings say.
+constexpr int kFarthest = 1 << 30;
 
 // Pens and fonts are objects of the device; this one is there as long as it is selected.
 class SelectedPen {
@@ -203,7 +205,7 @@ int CEditorWnd::PaintPiece(CDC& dc, const char* text, int length, const tlvn::Dr
     dc.SetTextColor(run.text);
     for (std::size_t i = 0; i < m_units.size();) {
         if (m_units[i] == '\t') {
-            const int end = origin + m_layout->GetTabStop(x - origin);
+            const int end = origin + std::min(m_layout->GetTabStop(x - origin), kFarthest);
             const CRect cell(x, y, end, bottom);
             if (run.special)
                 dc.FillSolidRect(cell, run.back);
@@ -429,8 +431,8 @@ void CEditorWnd::InvalidateRange(const CTextPos& a, const CTextPos& b)
 {
     if (!HasWindow())
         return;
-    CTextPos first = a;
-    CTextPos last = b;
+    CTextPos first = GetDoc().Completed(a);
+    CTextPos last = GetDoc().Completed(b);
     GetDoc().L2PByteIndex(first);
     GetDoc().L2PByteIndex(last);
     if (last < first)
@@ -460,7 +462,10 @@ void CEditorWnd::InvalidateColIndicator(int column)
     if (!HasWindow() || m_fixedRect || m_metrics.GetShowColRuler() == 0)
         return;
     const CRect text = GetTextRect();
-    const int x = text.left + (column - m_leftColumn) * m_charWidth;
+    const INT64 beside = INT64{column} - m_leftColumn;
+    if (beside < 0 || beside >= text.Width())
+        return;
+    const int x = text.left + static_cast<int>(beside) * m_charWidth;
     const CRect mark(x, 0, x + m_charWidth, text.top);
     InvalidateRect(&mark, FALSE);
 }

@@ -17,6 +17,9 @@ constexpr int kPrintMargin = 4;
 // Lines and columns of the old page that stay in sight.
 constexpr int kPageOverlap = 2;
 
+// Edges of a rectangle to lay out for, so that its sides are far from overflowing.
+constexpr int kFarthestEdge = 1 << 29;
+
 // A place to scroll to: not beyond what an int holds.
 int Minus(int place, int steps)
 {
@@ -31,6 +34,9 @@ void CEditorWnd::SetLClientRect(const RECT* rect)
 {
     m_fixedRect = rect != nullptr;
     m_layoutRect = m_fixedRect ? CRect(*rect) : CRect();
+    for (LONG* const edge :
+         {&m_layoutRect.left, &m_layoutRect.top, &m_layoutRect.right, &m_layoutRect.bottom})
+        *edge = std::clamp<LONG>(*edge, -kFarthestEdge, kFarthestEdge);
     PrepareLayout();
     UpdateAutoTurn();
 }
@@ -70,7 +76,7 @@ int CEditorWnd::GetVisibleLineCt() const
     int height = GetLayoutRect().Height();
     if (!m_fixedRect && HasWindow() && (GetStyle() & WS_HSCROLL) != 0)
         height += ::GetSystemMetrics(SM_CYHSCROLL);
-    return (height + m_metrics.GetLineSpace() - GetColRulerHeight()) / GetLineHeight();
+    return (height + GetLineSpace() - GetColRulerHeight()) / GetLineHeight();
 }
 
 int CEditorWnd::GetVisibleColCt() const
@@ -80,7 +86,7 @@ int CEditorWnd::GetVisibleColCt() const
 
 int CEditorWnd::GetRowCount() const
 {
-    return (GetTextRect().Height() + m_metrics.GetLineSpace()) / GetLineHeight();
+    return (GetTextRect().Height() + GetLineSpace()) / GetLineHeight();
 }
 
 int CEditorWnd::GetRowTop(int row) const
@@ -242,10 +248,18 @@ void CEditorWnd::OnSize(UINT type, int width, int height)
     PlaceCaret();
 }
 
-void CEditorWnd::OnVScroll(UINT code, UINT, CScrollBar*)
+// The message has 16 bits of the position, the system has all of them while the user drags.
+int CEditorWnd::GetThumbPos(int bar, UINT pos)
 {
     SCROLLINFO info{};
     info.cbSize = sizeof info;
+    GetScrollInfo(bar, &info, SIF_TRACKPOS);
+    const UINT known = static_cast<UINT>(info.nTrackPos);
+    return static_cast<int>(LOWORD(known) == LOWORD(pos) ? known : LOWORD(pos));
+}
+
+void CEditorWnd::OnVScroll(UINT code, UINT pos, CScrollBar*)
+{
     switch (code) {
     case SB_LINEUP:
         return ScrollLineUp();
@@ -261,18 +275,14 @@ void CEditorWnd::OnVScroll(UINT code, UINT, CScrollBar*)
         return ScrollToVertPos(GetMaxTopLine());
     case SB_THUMBTRACK:
     case SB_THUMBPOSITION:
-        // The message carries 16 bits of the position only.
-        GetScrollInfo(SB_VERT, &info, SIF_TRACKPOS);
-        return ScrollToVertPos(info.nTrackPos);
+        return ScrollToVertPos(GetThumbPos(SB_VERT, pos));
     default:
         return;
     }
 }
 
-void CEditorWnd::OnHScroll(UINT code, UINT, CScrollBar*)
+void CEditorWnd::OnHScroll(UINT code, UINT pos, CScrollBar*)
 {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
     switch (code) {
     case SB_LINELEFT:
         return ScrollLineLeft();
@@ -288,8 +298,7 @@ void CEditorWnd::OnHScroll(UINT code, UINT, CScrollBar*)
         return ScrollToHorzPos(GetMaxLeftColumn());
     case SB_THUMBTRACK:
     case SB_THUMBPOSITION:
-        GetScrollInfo(SB_HORZ, &info, SIF_TRACKPOS);
-        return ScrollToHorzPos(info.nTrackPos);
+        return ScrollToHorzPos(GetThumbPos(SB_HORZ, pos));
     default:
         return;
     }
@@ -333,9 +342,10 @@ int CEditorWnd::GetX(const CTextPos& pos) const
 
 void CEditorWnd::TextPos2Point(const CTextPos& pos, CPoint& point) const
 {
-    const INT64 x = INT64{GetX(pos)} - INT64{m_leftColumn} * m_charWidth;
+    const CTextPos both = GetDoc().Completed(pos);
+    const INT64 x = INT64{GetX(both)} - INT64{m_leftColumn} * m_charWidth;
     point.x = GetTextRect().left + static_cast<LONG>(std::clamp<INT64>(x, -(1 << 30), 1 << 30));
-    point.y = GetRowTop(GetSerialLineP(pos.line, pos.physical));
+    point.y = GetRowTop(GetSerialLineP(both.line, both.physical));
 }
 
 int CEditorWnd::CursorPoint2TextPos(CPoint point, int nearest, CTextPos& pos) const

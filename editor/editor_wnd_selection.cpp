@@ -2,8 +2,10 @@
 
 #include "editor/editor_wnd.h"
 #include "editor/run_color.h"
+#include "framework/guard_memory.h"
 
 #include <algorithm>
+#include <utility>
 
 void CEditorWnd::SetSelection(const CTextPos& anchor, const CTextPos& end)
 {
@@ -24,8 +26,8 @@ void CEditorWnd::SetSelection(const CTextPos& anchor, const CTextPos& end)
 
 void CEditorWnd::SelectText(const CTextPos& anchor, const CTextPos& end, int moveCaret, int scroll)
 {
-    CTextPos from = anchor;
-    CTextPos to = end;
+    CTextPos from = GetDoc().Completed(anchor);
+    CTextPos to = GetDoc().Completed(end);
     ToPlace(from);
     ToPlace(to);
     if (moveCaret == 0)
@@ -54,7 +56,7 @@ void CEditorWnd::SelectLogicalLine(int line, int scroll)
 
 void CEditorWnd::SelectWord(const CTextPos& at)
 {
-    CTextPos start = at;
+    CTextPos start = GetDoc().Completed(at);
     GetDoc().ToWordTop(start);
     CTextPos end = start;
     GetDoc().ToWordEnd(end);
@@ -115,7 +117,13 @@ bool CEditorWnd::IsLineEndSelected(int line) const
 
 void CEditorWnd::AddFoundArray(const CEditorTextViewRangeArray& found)
 {
-    tlvn::AddTextRanges(found, m_found);
+    tlvn::GuardMemory([&] {
+        std::vector<CEditorTextViewRange> ranges;
+        for (int i = 0; i < found.GetSize(); ++i)
+            ranges.emplace_back(GetDoc().Completed(found[i]->start),
+                                GetDoc().Completed(found[i]->end));
+        tlvn::AddTextRanges(std::move(ranges), m_found);
+    });
     if (HasWindow())
         Invalidate(FALSE);
 }

@@ -74,6 +74,11 @@ void AppendLinks(const LinkSearch& search, int length, std::vector<CEditorLineRa
     }
 }
 
+bool BeginsWithMailto(const char* text)
+{
+    return text != nullptr && tlvn::CompareAsciiNNoCase(text, kMailto, kMailtoLength) == 0;
+}
+
 bool IsAligned(const char* p)
 {
     return reinterpret_cast<std::uintptr_t>(p) % alignof(WCHAR) == 0;
@@ -83,19 +88,15 @@ bool IsAligned(const char* p)
 
 int IsRangeMailAddress(CEditorLineRange::ElRangeType kind, const char* text)
 {
-    if (kind == CEditorLineRange::ElRangeMail)
-        return 1;
-    return kind == CEditorLineRange::ElRangeUrl && text != nullptr &&
-                   tlvn::CompareAsciiNNoCase(text, kMailto, kMailtoLength) == 0
-               ? 1
-               : 0;
+    return kind == CEditorLineRange::ElRangeMail ||
+           (kind == CEditorLineRange::ElRangeUrl && BeginsWithMailto(text));
 }
 
 CString GetRangeMailAddress(CEditorLineRange::ElRangeType kind, const char* text)
 {
     if (!IsRangeMailAddress(kind, text))
         return CString();
-    if (kind == CEditorLineRange::ElRangeMail)
+    if (!BeginsWithMailto(text))
         return CString(text);
     const CString address(text + kMailtoLength);
     const int query = address.Find('?');

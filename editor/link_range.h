@@ -42,8 +42,8 @@ public:
 // with "mailto:" in any case; else 0.
 TLVN_API int IsRangeMailAddress(CEditorLineRange::ElRangeType kind, const char* text);
 
-// That address: the whole text, or of a URL what is between "mailto:" and the first "?". Empty
-// when there is none.
+// That address: the text, or of one that begins with "mailto:" what is between that and the first
+// "?". Empty when there is none.
 TLVN_API CString GetRangeMailAddress(CEditorLineRange::ElRangeType kind, const char* text);
 
 namespace tlvn {

@@ -157,15 +157,18 @@ void RunColor::GetBaseColors(const CEditorColor& colors, bool isHeader, int quot
     back = isHeader ? colors.GetHeaderBackColor() : colors.GetBackColor();
 }
 
-void AddTextRanges(const CEditorTextViewRangeArray& added, CEditorTextViewRangeArray& ranges)
+void AddTextRanges(std::vector<CEditorTextViewRange> added, CEditorTextViewRangeArray& ranges)
 {
     GuardMemory([&] {
-        std::vector<CEditorTextViewRange> sorted;
-        for (const auto* source : {&static_cast<const CEditorTextViewRangeArray&>(ranges), &added})
-            for (int i = 0; i < source->GetSize(); ++i)
-                sorted.push_back(*source->GetAt(i));
-        for (CEditorTextViewRange& range : sorted)
+        std::vector<CEditorTextViewRange>& sorted = added;
+        for (int i = 0; i < ranges.GetSize(); ++i)
+            sorted.push_back(*ranges.GetAt(i));
+        for (CEditorTextViewRange& range : sorted) {
+            // A display form would not stay right.
+            for (CTextPos* pos : {&range.start, &range.end})
+                *pos = CTextPos(pos->line, pos->logicalByte);
             OrderL(range.start, range.end);
+        }
         std::stable_sort(sorted.begin(), sorted.end(),
                          [](const auto& a, const auto& b) { return IsBeforeL(a.start, b.start); });
 

@@ -38,6 +38,7 @@
 #include "editor/text_pos.h"
 
 #include <climits>
+#include <vector>
 
 namespace tlvn {
 
@@ -110,10 +111,10 @@ private:
     FlaggedRun m_machineDepend;
 };
 
-// Puts copies of `added` into `ranges`, in the order of the text; ranges that overlap become
-// one, empty ones are left out, ends in the wrong order are exchanged. This is how the array of
-// found ranges is kept. `ranges` owns its records.
-TLVN_API void AddTextRanges(const CEditorTextViewRangeArray& added,
+// Puts the logical forms of `added` into `ranges`, in the order of the text; ranges that overlap
+// become one, empty ones are left out, ends in the wrong order are exchanged. This is how the
+// array of found ranges is kept. `ranges` owns its records.
+TLVN_API void AddTextRanges(std::vector<CEditorTextViewRange> added,
                             CEditorTextViewRangeArray& ranges);
 
 } // namespace tlvn

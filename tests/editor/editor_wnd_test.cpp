@@ -113,6 +113,40 @@ TEST_F(EditorWnd, SelectsWordsLinesAndAll)
     EXPECT_EQ(editor.IsBodyTextSelected(), 0);
 }
 
+// The same place by its display form and by its logical form.
+TEST_F(EditorWnd, TakesPositionsOfEitherForm)
+{
+    metrics.SetAutoTurn(CEditorMetrics::kTurnAtColumn);
+    metrics.SetTurnCols(10);
+    Create();
+    for (const CTextPos& pos : {CTextPos(0, 1, 2), CTextPos(0, 12)}) {
+        SetText("0123456789abcdef");
+        editor.MoveCaret(pos, 0, 1, CaretMoveText);
+        EXPECT_EQ(Caret(), "0,12");
+        CPoint point;
+        editor.TextPos2Point(pos, point);
+        EXPECT_EQ(point, editor.GetCaretPoint());
+        editor.SelectText(CTextPos(), pos, 0, 0);
+        EXPECT_EQ(Selected(), "0123456789ab");
+        CBuffer text;
+        EXPECT_EQ(editor.GetTextWithin(CTextPos(), pos, 0, 0, text), 12);
+        editor.GetDocumentPart(0, pos, 0, text);
+        EXPECT_STREQ(text, "cdef");
+        editor.AddFoundArray(CTextPos(), pos);
+        EXPECT_EQ(editor.GetFoundArray()[0]->end.logicalByte, 12);
+        editor.DrawSimpleLineMarker(1, CTextPos(), pos);
+        EXPECT_EQ(editor.GetLineMarkerArray()[0]->end.logicalByte, 12);
+        int length = 0;
+        int underline = 0;
+        COLORREF color = 0;
+        editor.GetDrawColor(pos, length, color, color, underline);
+        EXPECT_EQ(length, 4);
+        editor.InsertText(pos, "X", 1);
+        editor.DeleteText(CTextPos(), pos);
+        EXPECT_EQ(Text(), "Xcdef");
+    }
+}
+
 TEST_F(EditorWnd, MarksTheSelectionOfTheBodyOnly)
 {
     Create();

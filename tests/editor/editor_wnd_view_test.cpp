@@ -62,6 +62,20 @@ TEST_F(EditorView, CountsLinesThatFitBelowTheRuler)
     EXPECT_EQ(editor.GetLineRulerWidth(), 4);
 }
 
+// No number of theirs overflows.
+TEST_F(EditorView, WithstandsSettingsOutOfProportion)
+{
+    metrics.SetShowColRuler(1);
+    metrics.SetLineSpace(INT_MAX);
+    metrics.SetTabColumn(INT_MAX);
+    Create();
+    SetText("a\tb\r\nc");
+    editor.InvalidateColIndicator(INT_MAX);
+    const RECT endless = {0, 0, INT_MAX, INT_MAX};
+    editor.SetLClientRect(&endless);
+    EXPECT_GT(editor.GetVisibleLineCt(), 1000);
+}
+
 TEST_F(EditorView, TurnsTheWheelByRoundedLines)
 {
     Create();
@@ -116,6 +130,9 @@ TEST_F(EditorView, MovesTheCaretAlongWithPages)
     editor.ClearTextSelect(1);
     editor.ScrollPageDown();
     EXPECT_EQ(Caret(), "10,2");
+    editor.ScrollToVertPos(20);
+    Click(CPoint(10, 2)); // above the text: its first line in sight
+    EXPECT_EQ(Caret(), "20,0");
 }
 
 TEST_F(EditorView, ScrollsByItsBarsBeyondSixteenBits)
@@ -135,6 +152,7 @@ TEST_F(EditorView, ScrollsByItsBarsBeyondSixteenBits)
         {SB_BOTTOM, 100001 - visible},
         {SB_LINEDOWN, 100001 - visible},
         {SB_TOP, 0},
+        {MAKELONG(SB_THUMBTRACK, 700), 700}, // sent by a program: nobody drags
     };
     for (const auto& step : steps) {
         Scroll(WM_VSCROLL, step.code);
@@ -276,6 +294,9 @@ TEST_F(EditorView, ShowsTheCursorOfThePlace)
     EXPECT_EQ(cursorAt(PointOf(0, 1)), tlvn::LoadStandardCursor(IDC_IBEAM));
     EXPECT_EQ(cursorAt(PointOf(0, 5)), tlvn::LoadStandardCursor(IDC_HAND));
     EXPECT_EQ(cursorAt(CPoint(1, 20)), tlvn::LoadStandardCursor(IDC_ARROW));
+    SetText("http://a.example/" + std::string(300, 'x'));
+    editor.ScrollToHorzPos(20);
+    EXPECT_EQ(editor.GetURLOn(CPoint(1, 20), nullptr), CEditorLineRange::ElRangeNone);
 }
 
 // Every character of a row leads to a point and back; of a row of megabytes too.

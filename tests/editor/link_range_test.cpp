@@ -57,6 +57,7 @@ TEST(LinkRange, LeadsToAMailAddress)
         {Range::ElRangeUrl, "http://a@b", 0, ""},
         {Range::ElRangeUrl, nullptr, 0, ""},
         {Range::ElRangeMail, "a@b?x", 1, "a@b?x"}, // the whole of it
+        {Range::ElRangeMail, "mailto:a@b", 1, "a@b"},
         {Range::ElRangeNone, "mailto:a@b", 0, ""},
     };
     for (const auto& c : cases) {

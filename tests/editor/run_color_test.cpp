@@ -32,10 +32,7 @@ struct Scene {
 
     void AddHit(const CTextPos& a, const CTextPos& b)
     {
-        CEditorTextViewRange range(a, b);
-        CEditorTextViewRangeArray added;
-        added.Add(&range);
-        tlvn::AddTextRanges(added, found);
+        tlvn::AddTextRanges({CEditorTextViewRange(a, b)}, found);
     }
     void AddMark(const CTextPos& a, const CTextPos& b, int kind)
     {

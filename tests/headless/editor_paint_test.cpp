@@ -105,6 +105,19 @@ TEST_F(EditorPaint, ShowsACaretWhereItIsUsed)
     EXPECT_EQ(headless::GetCaretState().window, editor.m_hWnd);
 }
 
+TEST_F(EditorPaint, ScrollsUnderAMouseThatIsDraggedOnOutside)
+{
+    Create();
+    SetLines(200);
+    headless::UseTestClock();
+    Mouse(WM_LBUTTONDOWN, PointOf(2, 1), MK_LBUTTON);
+    for (int i = 0; i < 50; ++i) {
+        Mouse(WM_MOUSEMOVE, CPoint(60 + i % 2, 310), MK_LBUTTON);
+        headless::AdvanceClock(20);
+    }
+    EXPECT_GE(editor.GetVertScrollPos(), 15);
+}
+
 TEST_F(EditorPaint, FollowsTheDisplaySettings)
 {
     Create();
