@@ -589,6 +589,7 @@ private:
     void TypeText(const char* text, int length);
     void TypeUnits(tlvn::WStringView units);
     void TypeTabs(UINT count);
+    bool TakesBytes() const;
     void TakeUnit(UINT unit, UINT repeat);
     void TakeByte(UINT byte, UINT repeat);
     bool GetSelectedLines(int& first, int& end) const;

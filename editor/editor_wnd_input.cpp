@@ -71,21 +71,27 @@ INT64 CountTabBlanks(const CEditorMetrics& metrics, INT64 column, INT64 repeat)
 
 // --- messages ----------------------------------------------------------------------------------
 
+// Without a window the handlers take what those of a Unicode window get.
+bool CEditorWnd::TakesBytes() const
+{
+    return HasWindow() && !::IsWindowUnicode(m_hWnd);
+}
+
 void CEditorWnd::OnChar(UINT character, UINT repeat, UINT)
 {
     // Programs that send characters often leave the count out.
     repeat = std::max(repeat, 1U);
     // A program that made this an ANSI window may still hand characters on as units.
-    if (!HasWindow() || ::IsWindowUnicode(m_hWnd) || character > 0xFF)
-        TakeUnit(character, repeat);
-    else
+    if (TakesBytes() && character <= 0xFF)
         TakeByte(character, repeat);
+    else
+        TakeUnit(character, repeat);
 }
 
 LRESULT CEditorWnd::OnImeChar(WPARAM wParam, LPARAM)
 {
     const UINT character = static_cast<UINT>(wParam & 0xFFFF);
-    if (::IsWindowUnicode(m_hWnd)) {
+    if (!TakesBytes()) {
         TakeUnit(character, 1);
         return 0;
     }
