@@ -134,6 +134,8 @@ public:
     int GetHeaderLineP() const { return GetDoc().GetHeaderPhysicalCount(); }
 
     CodeType GetCodeType() const { return GetDoc().GetCodeType(); }
+    // As Document::SetCodeType. Caret and selection stay; when the text is converted, history,
+    // markers and search hits go.
     void SetCodeType(CodeType codeType);
     // Logical and physical lines, of all the text or of the body.
     int GetLogicalLineCt(int withHeader) const;
@@ -501,6 +503,10 @@ public:
     LRESULT OnImeRequest(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
+    // Text that is typed, composed, pasted or sent has what the code of the document lacks. It
+    // becomes "?", unless a derived class changes the code here (SetCodeType).
+    virtual void OnTextNotInCode() {}
+
 private:
     enum class Drag { None, Text, Line };
     // With the free cursor there are lines behind the last; numbers stay far from overflowing.
@@ -517,6 +523,7 @@ private:
     // Brings what is kept by the text up to date after physical lines have changed; `top` is the
     // text that stood at the top of the view.
     void UpdatePlaces(CTextPos top);
+    CTextPos ConvertPlace(const CTextPos& pos, CodeType codeType) const;
     CTextPos GetTopPos() const { return GetDoc().FindSerialLineP(m_topLine); }
     void UpdateDrawColors();
     int CountRulerDigits() const;
@@ -588,6 +595,7 @@ private:
     void ReplaceText(const CTextPos& from, const CTextPos& to, const char* text, int length);
     void TypeText(const char* text, int length);
     void TypeUnits(tlvn::WStringView units);
+    void MakeOwnText(tlvn::WStringView units, std::string& text);
     void TypeTabs(UINT count);
     bool TakesBytes() const;
     void TakeUnit(UINT unit, UINT repeat);

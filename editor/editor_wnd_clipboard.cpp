@@ -30,8 +30,15 @@ int CEditorWnd::CanPaste() const
 int CEditorWnd::PasteText(int quote)
 {
     CBuffer text;
-    if (CanPaste() == 0 || !tlvn::GetTextClipboard(GetCodeType(), this, text))
+    if (CanPaste() == 0 || !tlvn::GetTextClipboard(CT_UNICODE, this, text))
         return 0;
+    tlvn::GuardMemory([&] {
+        tlvn::WString units;
+        tlvn::TextToUnits(CT_UNICODE, {text, static_cast<std::size_t>(text.GetLength())}, units);
+        std::string own;
+        MakeOwnText(units, own);
+        text.Set(own.data(), static_cast<int>(own.size()));
+    });
     if (quote != 0 && text.IsEmpty() == 0) {
         tlvn::Document lines;
         lines.Set(GetCodeType(), text, text.GetLength());
@@ -101,8 +108,7 @@ LRESULT CEditorWnd::OnReplaceSel(WPARAM, LPARAM lParam)
     std::string text;
     if (units != nullptr) {
         const auto length = static_cast<std::size_t>(tlvn::TextLength(units));
-        tlvn::GuardMemory(
-            [&] { tlvn::UnitsToText(GetCodeType(), tlvn::WStringView(units, length), text); });
+        tlvn::GuardMemory([&] { MakeOwnText(tlvn::WStringView(units, length), text); });
     }
     if (text.size() > INT_MAX)
         AfxThrowMemoryException();

@@ -5,6 +5,7 @@
 #include "editor/editor_wnd.h"
 #include "editor/line_wrap.h"
 #include "editor/row_pixels.h"
+#include "editor/text_units.h"
 
 #include <algorithm>
 
@@ -74,18 +75,33 @@ void CEditorWnd::AppendDoc(const CEditorWnd& other, int quote)
     Notify(EditorNotifyText);
 }
 
+// The place in the text once that is converted to the other type.
+CTextPos CEditorWnd::ConvertPlace(const CTextPos& pos, CodeType codeType) const
+{
+    if (pos.line >= GetDoc().GetLineCount())
+        return CTextPos(pos.line, 0);
+    const CLLineData& line = GetDoc().GetLine(pos.line);
+    const auto before = static_cast<std::size_t>(std::min(pos.logicalByte, line.GetLength()));
+    tlvn::WString units;
+    std::string converted;
+    tlvn::GuardMemory([&] {
+        tlvn::TextToUnits(GetCodeType(), std::string_view(line.GetText(), before), units);
+        tlvn::UnitsToText(codeType, units, converted);
+    });
+    return CTextPos(pos.line, static_cast<int>(converted.size()));
+}
+
 void CEditorWnd::SetCodeType(CodeType codeType)
 {
     const bool converts = IsCodeTypeUnicode(codeType) != IsCodeTypeUnicode(GetCodeType());
     const CTextPos top = GetTopPos();
-    m_model.SetLayout(nullptr);
-    m_model.SetCodeType(codeType);
     if (converts) {
-        // Byte counts have no meaning in the converted text, lines have.
         for (CTextPos* pos : {&m_caretPos, &m_selAnchor, &m_selEnd})
-            *pos = CTextPos(m_caretPos.line, 0);
+            *pos = ConvertPlace(*pos, codeType);
         ClearTextViewRangeArray(m_found);
     }
+    m_model.SetLayout(nullptr);
+    m_model.SetCodeType(codeType);
     SelectFont(codeType);
     UpdatePlaces(CTextPos(top.line, converts ? 0 : top.logicalByte));
     FollowDocumentSize();

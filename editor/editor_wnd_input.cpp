@@ -194,8 +194,16 @@ void CEditorWnd::TypeTabs(UINT count)
 void CEditorWnd::TypeUnits(tlvn::WStringView units)
 {
     std::string text;
-    tlvn::UnitsToText(GetCodeType(), units, text);
+    MakeOwnText(units, text);
     TypeText(text.data(), CheckedLength(text.size()));
+}
+
+void CEditorWnd::MakeOwnText(tlvn::WStringView units, std::string& text)
+{
+    if (tlvn::UnitsToText(GetCodeType(), units, text))
+        return;
+    OnTextNotInCode();
+    tlvn::UnitsToText(GetCodeType(), units, text);
 }
 
 void CEditorWnd::TypeText(const char* text, int length)

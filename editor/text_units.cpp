@@ -24,12 +24,12 @@ void TextToUnits(CodeType codeType, std::string_view text, WString& out)
         std::memcpy(out.data(), text.data(), out.size() * sizeof(WCHAR));
 }
 
-void UnitsToText(CodeType codeType, WStringView units, std::string& out)
+bool UnitsToText(CodeType codeType, WStringView units, std::string& out)
 {
     if (IsCodeTypeUnicode(codeType) == 0)
-        ConvertFromUtf16(GetTextPage(codeType), units, out);
-    else
-        out.assign(reinterpret_cast<const char*>(units.data()), units.size() * sizeof(WCHAR));
+        return ConvertFromUtf16(GetTextPage(codeType), units, out) == kConverted;
+    out.assign(reinterpret_cast<const char*>(units.data()), units.size() * sizeof(WCHAR));
+    return true;
 }
 
 } // namespace tlvn

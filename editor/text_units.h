@@ -16,8 +16,9 @@ namespace tlvn {
 TLVN_API UINT GetTextPage(CodeType codeType);
 
 // `out` is replaced. Half a unit at the end of UTF-16 text is left out; what the code page lacks
-// becomes "?". Both throw std::bad_alloc or std::length_error for lack of memory.
+// becomes "?", and UnitsToText then returns false. Both throw std::bad_alloc or std::length_error
+// for lack of memory.
 TLVN_API void TextToUnits(CodeType codeType, std::string_view text, WString& out);
-TLVN_API void UnitsToText(CodeType codeType, WStringView units, std::string& out);
+TLVN_API bool UnitsToText(CodeType codeType, WStringView units, std::string& out);
 
 } // namespace tlvn

@@ -185,17 +185,41 @@ TEST_F(EditorWnd, ConvertsBetweenCodeTypes)
     editor.SetCodeType(CT_UTF8);
     const tlvn::WString units = TW("\x3042\x3044\r\nx");
     EXPECT_EQ(Text(), std::string(reinterpret_cast<const char*>(units.data()), units.size() * 2));
-    EXPECT_EQ(Caret(), "1,0");
+    EXPECT_EQ(Caret(), "1,2");
     CEditorWnd other;
     other.SetDocument(CT_SJIS, "\x82\xA4", 2);
     editor.AppendDoc(other, 1);
     editor.SetCodeType(CT_SJIS);
+    EXPECT_EQ(Caret(), "1,1");
     EXPECT_EQ(Text(), "\x82\xA0\x82\xA2\r\nx\r\n>\x82\xA4");
     other.SetDocument(CT_KSC5601, "\xAA\xA4", 2); // the same letters in other bytes
     SetText("");
     editor.AppendDoc(other, 1);
     editor.AppendDoc(CEditorWnd(), 1); // no line, nothing to quote
     EXPECT_EQ(Text(), "\r\n>\x82\xA2");
+}
+
+class WideningEditor : public CEditorWnd {
+protected:
+    void OnTextNotInCode() override { SetCodeType(CT_UTF8); }
+};
+
+// What is typed goes behind the caret, also when the text around it has become UTF-16.
+TEST(WideningEditor, TakesWhatTheCodeOfItsTextLacks)
+{
+    WideningEditor editor;
+    editor.SetDocument(CT_SJIS, "\x82\xA0\x82\xA2", 4);
+    editor.CaretLineRight();
+    editor.InputChar('b', 1);
+    EXPECT_EQ(editor.GetCodeType(), CT_SJIS);
+    editor.InputChar(0xE9, 2);
+    CBuffer text;
+    editor.GetDocument2(text);
+    EXPECT_EQ(tlvn::WString(reinterpret_cast<const WCHAR*>(text.GetBuffer()),
+                            static_cast<std::size_t>(text.GetLength()) / 2),
+              TW("\x3042"
+                 "b\xE9\xE9\x3044"));
+    EXPECT_NE(editor.IsDocModified(), 0);
 }
 
 // As a screen reader sees it: UTF-16, CR LF, units; a character of two bytes is one.

@@ -241,6 +241,8 @@ Draft ComposeWindow::ReadDraft() const
     for (int i = 0; i < kFields; ++i)
         *texts[i] = Utf16ToUtf8(GetTextOf(m_fields[i]));
     m_editor.GetDocument2(draft.text);
+    if (m_editor.GetCodeType() != CodeTypeSave2Edit(draft.codeType))
+        draft.codeType = CT_UTF8;
     return draft;
 }
 

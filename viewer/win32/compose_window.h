@@ -50,6 +50,12 @@ protected:
 private:
     enum Field { kFrom, kTo, kCc, kSubject, kFields };
 
+    // Goes on in Unicode when it is given what the code of the draft does not have.
+    class Editor : public CEditorWnd {
+    protected:
+        void OnTextNotInCode() override { SetCodeType(CT_UNICODE); }
+    };
+
     static void OnEditorNotify(CEditorWnd* editor, EditorNotify what, DWORD user);
 
     void ShowDraft(const Draft& draft);
@@ -73,7 +79,7 @@ private:
     HACCEL m_accelerators = nullptr;
     CWnd m_labels[kFields];
     CWnd m_fields[kFields];
-    CEditorWnd m_editor;
+    Editor m_editor;
     CWnd m_status;
     Draft m_draft; // as it was given; its fields and code type stay
     bool m_fieldsModified = false;
