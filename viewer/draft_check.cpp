@@ -131,20 +131,6 @@ void Count(const std::vector<TextFlaw>& found, CodeType type, DraftFlaws& flaws)
     }
 }
 
-// CR, LF and CR LF end a line; in neither edit form a byte of another character is either.
-int CountLines(std::string_view text, bool wide)
-{
-    int lines = 0;
-    const std::size_t step = wide ? 2 : 1;
-    char last = '\0';
-    for (std::size_t i = 0; i + step <= text.size(); i += step) {
-        const char c = wide && text[i + 1] != '\0' ? '\0' : text[i];
-        lines += c == '\r' || (c == '\n' && last != '\r');
-        last = c;
-    }
-    return lines;
-}
-
 // --- replacing -----------------------------------------------------------------------------------
 
 // Plain forms of characters outside the standard; series are told by their first and last.
@@ -242,32 +228,10 @@ DraftFlaws FindDraftFlaws(const Draft& draft)
     DraftFlaws flaws;
     flaws.text = FindFlaws(draft.codeType, View(draft.text));
     Count(flaws.text, draft.codeType, flaws);
-    if (!flaws.text.empty()) {
-        const auto before = static_cast<std::size_t>(flaws.text.front().start);
-        flaws.firstLine =
-            CountLines(View(draft.text).substr(0, before), IsCodeTypeUnicode(draft.codeType) != 0);
-    }
     const std::vector<TextFlaw> subject = FindFlaws(draft.codeType, SubjectInEditForm(draft));
     Count(subject, draft.codeType, flaws);
     flaws.inSubject = !subject.empty();
     return flaws;
-}
-
-std::string DescribeDraftFlaws(const DraftFlaws& flaws)
-{
-    if (flaws.IsEmpty())
-        return {};
-    std::string text;
-    if (flaws.halfWidthKatakana > 0)
-        text = std::to_string(flaws.halfWidthKatakana) + " half-width katakana";
-    if (flaws.machineDependent > 0) {
-        text += (text.empty() ? "" : " and ") + std::to_string(flaws.machineDependent) +
-                " machine-dependent character" + (flaws.machineDependent > 1 ? "s" : "");
-    }
-    text += ", the first in ";
-    return text + (flaws.inSubject
-                       ? std::string("the subject")
-                       : "line " + std::to_string(flaws.firstLine + 1) + " of the text");
 }
 
 int ReplaceDraftFlaws(Draft& draft)

@@ -25,7 +25,6 @@ struct DraftFlaws {
     std::vector<TextFlaw> text; // in order, without overlap
     int halfWidthKatakana = 0;  // characters, those of the subject included
     int machineDependent = 0;
-    int firstLine = -1; // of the text, from 0; -1 when only the subject has some
     bool inSubject = false;
 
     bool IsEmpty() const { return halfWidthKatakana == 0 && machineDependent == 0; }
@@ -33,10 +32,6 @@ struct DraftFlaws {
 
 // Takes time in proportion to the draft.
 DraftFlaws FindDraftFlaws(const Draft& draft);
-
-// One line for people, such as "3 half-width katakana and 1 machine-dependent character, the
-// first in line 2 of the text"; empty when there is nothing to tell.
-std::string DescribeDraftFlaws(const DraftFlaws& flaws);
 
 // Puts full-width katakana (KatakanaHanToZen) and plain characters such as "(1)" and "No." in
 // their place. Machine-dependent characters that have no such form stay. Returns how many runs

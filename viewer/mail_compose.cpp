@@ -12,6 +12,7 @@
 #include "platform/nls.h"
 #include "viewer/header_encode.h"
 #include "viewer/mail_file.h"
+#include "viewer/reason.h"
 
 #include <algorithm>
 #include <cstring>
@@ -109,7 +110,7 @@ bool EncodeText(const Draft& draft, DraftSource& source, std::string& body, std:
             return true;
         }
     }
-    error = "The text holds what is no character of its code.";
+    error = GetText(Reason::TextNotInCode);
     return false;
 }
 
@@ -135,7 +136,7 @@ void CheckAddress(const Mailbox& mailbox, std::string& error)
     std::string why = ToUtf8(message);
     // Characters that the code page does not have went to the check as "?".
     if (why.empty())
-        why = "An address is written in ASCII characters.";
+        why = GetText(Reason::AddressNotAscii);
     error += (error.empty() ? "" : "\n") + FormatMailbox(mailbox) + ": " + why;
 }
 
@@ -158,22 +159,6 @@ bool IsFieldName(std::string_view name)
     });
 }
 
-const char* DescribeWriteError(FileError error)
-{
-    switch (error) {
-    case FileError::AccessDenied:
-        return "no permission to write it";
-    case FileError::DiskFull:
-    case FileError::DirectoryFull:
-        return "the disk is full";
-    case FileError::Other:
-    case FileError::HardIo:
-        return "it cannot be written";
-    default:
-        return DescribeFileError(error);
-    }
-}
-
 bool FormatHeader(const Draft& draft, CodeType type, std::string& header, std::string& error)
 {
     constexpr std::size_t kColon = 2; // and the blank behind it
@@ -187,7 +172,7 @@ bool FormatHeader(const Draft& draft, CodeType type, std::string& header, std::s
         FormatField(kSubject, EncodeHeaderText(draft.subject, type, kSubject.size() + kColon));
     for (const auto& [name, value] : draft.fields) {
         if (!IsFieldName(name))
-            error += (error.empty() ? "" : "\n") + name + ": This is no name of a header field.";
+            error += (error.empty() ? "" : "\n") + name + ": " + GetText(Reason::NoFieldName);
         header += FormatField(name, EncodeHeaderText(value, type, name.size() + kColon));
     }
     return error.empty();
@@ -252,7 +237,7 @@ bool SaveDraft(const Draft& draft, const std::string& path, std::string& error)
         return false;
     std::string narrow;
     if (!ToNarrowPath(path, narrow)) {
-        error = "The file's name has characters that its code page does not have.";
+        error = GetText(Reason::NameNotInPage);
         return false;
     }
     const FileResult written =

@@ -3,6 +3,8 @@
 #include "platform/clock.h"
 #include "platform/multibyte.h"
 #include "platform/nls.h"
+#include "viewer/mail_file.h"
+#include "viewer/reason.h"
 
 #include <algorithm>
 #include <cstring>
@@ -12,6 +14,7 @@ namespace tlvn {
 namespace {
 
 constexpr std::size_t kMaxNameUnits = 80;
+constexpr int kMostParts = 99;
 const char kExtension[] = ".eml";
 
 std::string LowerCase(std::string_view utf8)
@@ -83,22 +86,42 @@ bool MailExport::Start(const std::string& path, const std::string& password, std
     GiveUp();
     m_done = 0;
     m_names.clear();
-    std::string part;
-    if (!ToNarrowPath(path, m_target) || !ToNarrowPath(path + ".part", part)) {
-        error = "The file's name has characters that its code page does not have.";
+    if (!ToNarrowPath(path, m_target)) {
+        error = GetText(Reason::NameNotInPage);
         return false;
     }
     std::string narrowPassword;
     if (ConvertFromUtf16(GetMultibytePage(), Utf8ToUtf16(password), narrowPassword) != kConverted) {
-        error = "The password has characters that its code page does not have.";
+        error = GetText(Reason::PasswordNotInPage);
         return false;
     }
-    if (m_zip.CreateZip(Utf8ToUtf16(path + ".part").c_str(), narrowPassword.c_str()) == 0) {
-        error = Utf16ToUtf8(m_zip.GetLastErrorMsg().GetString());
+    if (!ReservePart(error))
         return false;
+    if (m_zip.CreateZip(Utf8ToUtf16(FromNarrowPath(m_part)).c_str(), narrowPassword.c_str()) != 0)
+        return true;
+    error = Utf16ToUtf8(m_zip.GetLastErrorMsg().GetString());
+    GiveUp();
+    return false;
+}
+
+// Makes the empty file in which the archive is written: what has that name already is the user's.
+bool MailExport::ReservePart(std::string& error)
+{
+    FileResult made;
+    for (int i = 1; i <= kMostParts; ++i) {
+        const std::string part = m_target + ".part" + (i > 1 ? std::to_string(i) : "");
+        FileHandle file = kNoFile;
+        made = OpenFile(part.c_str(), kFileWrite, 0, FileCreation::CreateNew, file);
+        if (made) {
+            CloseFile(file);
+            m_part = part;
+            return true;
+        }
+        if (made.error != FileError::AlreadyExists)
+            break;
     }
-    m_part = part;
-    return true;
+    error = DescribeWriteError(made.error);
+    return false;
 }
 
 bool MailExport::Step(int milliseconds, std::string& error)
@@ -143,7 +166,7 @@ bool MailExport::Finish(std::string& error)
         return false;
     }
     if (!ReplaceFileWith(m_part.c_str(), m_target.c_str())) {
-        error = "The archive cannot be put in the place of " + FromNarrowPath(m_target);
+        error = GetText(Reason::ArchiveNotPlaced) + FromNarrowPath(m_target);
         GiveUp();
         return false;
     }

@@ -11,8 +11,9 @@
 // Each mail is one .eml file in the archive, as it was sent: under the name of its file or, of an
 // mbox file, under its subject. Characters that some system has no names with become "_". Names
 // that are there already get a number. The archive is written beside its place, under its name with
-// ".part" behind it, and comes there when it is whole, so that a failure costs no archive that was
-// there before. The list has to stay as it is meanwhile.
+// ".part" behind it (".part2" and so on when there is such a file), and comes there when it is
+// whole, so that a failure costs no archive that was there before. The list has to stay as it is
+// meanwhile.
 
 #pragma once
 
@@ -48,6 +49,7 @@ public:
     int GetTotal() const { return static_cast<int>(m_rows.size()); }
 
 private:
+    bool ReservePart(std::string& error);
     bool AddMail(int row, std::string& error);
     bool Finish(std::string& error);
     void GiveUp();

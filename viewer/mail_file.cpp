@@ -1,6 +1,7 @@
 #include "viewer/mail_file.h"
 
 #include "platform/folder.h"
+#include "viewer/reason.h"
 
 #include <algorithm>
 
@@ -29,7 +30,8 @@ bool OpenMail(const std::string& path, OpenedFile& file, std::string& error)
 {
     const FileResult opened = OpenToRead(path, file.handle);
     if (!opened)
-        error = FolderReader().Open(path) ? "it is a folder" : DescribeFileError(opened.error);
+        error =
+            FolderReader().Open(path) ? GetText(Reason::IsFolder) : DescribeFileError(opened.error);
     return static_cast<bool>(opened);
 }
 
@@ -45,7 +47,7 @@ bool ReadAll(FileHandle file, std::string& bytes, std::string& error)
     for (;;) {
         const std::size_t old = bytes.size();
         if (static_cast<INT64>(old) > kMaxMailFile) {
-            error = "it is larger than a mail can be";
+            error = GetText(Reason::TooLarge);
             return false;
         }
         bytes.resize(old + room);
@@ -68,18 +70,34 @@ const char* DescribeFileError(FileError error)
 {
     switch (error) {
     case FileError::NotFound:
-        return "there is no such file";
+        return GetText(Reason::NoSuchFile);
     case FileError::BadPath:
-        return "there is no such folder";
+        return GetText(Reason::NoSuchFolder);
     case FileError::AccessDenied:
-        return "no permission to read it";
+        return GetText(Reason::MayNotRead);
     case FileError::Sharing:
     case FileError::Lock:
-        return "another program is using it";
+        return GetText(Reason::InUse);
     case FileError::TooManyOpen:
-        return "too many files are open";
+        return GetText(Reason::TooManyFiles);
     default:
-        return "it cannot be read";
+        return GetText(Reason::CannotRead);
+    }
+}
+
+const char* DescribeWriteError(FileError error)
+{
+    switch (error) {
+    case FileError::AccessDenied:
+        return GetText(Reason::MayNotWrite);
+    case FileError::DiskFull:
+    case FileError::DirectoryFull:
+        return GetText(Reason::DiskFull);
+    case FileError::Other:
+    case FileError::HardIo:
+        return GetText(Reason::CannotWrite);
+    default:
+        return DescribeFileError(error);
     }
 }
 
@@ -96,7 +114,7 @@ bool LoadMailAt(const std::string& path, std::string& bytes, std::string& error)
         return false;
     bool good = ReadAll(file.handle, bytes, error);
     if (good && bytes.empty()) {
-        error = "it is empty";
+        error = GetText(Reason::IsEmpty);
         good = false;
     }
     if (!good)
@@ -109,7 +127,7 @@ bool LoadMailSlice(const std::string& path, INT64 fileSize, INT64 start, INT64 s
 {
     bytes.clear();
     if (size > kMaxMailFile) {
-        error = "it is larger than a mail can be";
+        error = GetText(Reason::TooLarge);
         return false;
     }
     OpenedFile file;
@@ -119,7 +137,7 @@ bool LoadMailSlice(const std::string& path, INT64 fileSize, INT64 start, INT64 s
     INT64 position = 0;
     FileResult result = GetFileSize(file.handle, present);
     if (result && present != fileSize) {
-        error = "the file has changed since it was listed";
+        error = GetText(Reason::HasChanged);
         return false;
     }
     if (result)

@@ -1,4 +1,4 @@
-// Loads mails from files.
+// Loads mails from files, and tells why a file could not be read or written.
 //
 // Each function replaces `bytes`; on failure it is empty, and `error` says why in one line without
 // the file's name: not found, a folder, no right to read it, empty, larger than kMaxMailFile.
@@ -22,7 +22,8 @@ bool LoadMailAt(const std::string& path, std::string& bytes, std::string& error)
 bool LoadMailSlice(const std::string& path, INT64 fileSize, INT64 start, INT64 size,
                    std::string& bytes, std::string& error);
 
-// What a failure means to people, such as "no permission to read it".
+// What a failure means to people, such as "no permission to read it" or "to write it".
 const char* DescribeFileError(FileError error);
+const char* DescribeWriteError(FileError error);
 
 } // namespace tlvn

@@ -7,6 +7,7 @@
 #include "viewer/header_text.h"
 #include "viewer/mail_file.h"
 #include "viewer/mail_head.h"
+#include "viewer/reason.h"
 #include "viewer/show_text.h"
 
 #include <algorithm>
@@ -95,8 +96,7 @@ bool MailList::Open(const std::string& path, std::string& error)
         result = SeekFile(m_file, 0, SeekFrom::Begin, position);
     const bool mbox = IsMboxBeginning(std::string_view(m_head).substr(0, done));
     if (!result || (!mbox && m_fileSize > 0)) {
-        error =
-            result ? "it is neither a folder nor an mbox file" : DescribeFileError(result.error);
+        error = result ? GetText(Reason::NoMbox) : DescribeFileError(result.error);
         CloseMbox();
         return false;
     }

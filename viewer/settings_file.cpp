@@ -1,6 +1,7 @@
 #include "viewer/settings_file.h"
 
 #include "platform/nls.h"
+#include "viewer/reason.h"
 
 namespace tlvn {
 
@@ -86,15 +87,13 @@ bool SettingsFile::Save()
         return true;
     FileInfo info;
     if (GetFileInfo(m_path.c_str(), info) && info.readOnly) {
-        m_message = "The settings file is read-only; what has changed is not kept: " +
-                    Utf16ToUtf8(WidenText(m_path));
+        m_message = GetText(Reason::SettingsReadOnly) + Utf16ToUtf8(WidenText(m_path));
         return false;
     }
     const bool unread = m_state == State::Locked || m_state == State::Damaged;
     std::string keptAs;
     if (unread && !KeepOldFile(keptAs)) {
-        m_message = "The old settings file cannot be put aside, so the new one is not written: " +
-                    Utf16ToUtf8(WidenText(m_path));
+        m_message = GetText(Reason::SettingsNotPutAside) + Utf16ToUtf8(WidenText(m_path));
         return false;
     }
     CString error;
@@ -108,7 +107,7 @@ bool SettingsFile::Save()
     }
     m_state = State::Loaded;
     if (!keptAs.empty())
-        m_message = "The old settings file is kept as " + Utf16ToUtf8(WidenText(keptAs));
+        m_message = GetText(Reason::SettingsKept) + Utf16ToUtf8(WidenText(keptAs));
     return true;
 }
 

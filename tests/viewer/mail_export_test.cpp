@@ -110,6 +110,7 @@ TEST(MailExport, LeavesTheOldArchiveWhenItFails)
     folder.Write("in/a.eml", "Subject: 1\n\n");
     folder.Write("in/b.eml", "Subject: 2\n\n");
     folder.Write("out/old.zip", "old");
+    folder.Write("out/old.zip.part", "the user's");
     MailList list;
     OpenAll(list, folder.Path("in"));
     std::filesystem::remove(folder.Native("in/b.eml"));
@@ -122,7 +123,8 @@ TEST(MailExport, LeavesTheOldArchiveWhenItFails)
         ASSERT_TRUE(mails.Start(folder.Path("out/old.zip"), "", error));
     }
     EXPECT_EQ(folder.Read("out/old.zip"), "old");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Native("out")), {}), 1);
+    EXPECT_EQ(folder.Read("out/old.zip.part"), "the user's");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Native("out")), {}), 2);
 }
 
 TEST(MailExport, MakesNamesThatEverySystemTakes)

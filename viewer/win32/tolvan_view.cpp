@@ -10,6 +10,7 @@
 #include "platform/nls.h"
 #include "platform/program.h"
 #include "viewer/mail_file.h"
+#include "viewer/reason.h"
 #include "viewer/win32/main_frame.h"
 #include "viewer/win32/resource.h"
 #include "viewer/win32/window_text.h"
@@ -42,6 +43,7 @@ bool CanOpen(const std::string& path, std::string& error)
 
 int ShowWindow(const std::string& settings, const std::string& path)
 {
+    tlvn::SetReasonsJapanese(true);
     const INITCOMMONCONTROLSEX controls = {sizeof controls,
                                            ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     ::InitCommonControlsEx(&controls);
