@@ -41,8 +41,15 @@ std::string Unquote(std::string_view name)
     return plain;
 }
 
-// Position of the first `wanted` outside quotes and parentheses, or npos. A quote that is never
-// closed is a character like others.
+// Whether the next angle bracket of the text is a closing one.
+bool ClosesBracket(std::string_view text)
+{
+    const std::size_t next = text.find_first_of("<>");
+    return next != text.npos && text[next] == '>';
+}
+
+// Position of the first `wanted` outside quotes and parentheses, and of a comma outside angle
+// brackets, or npos. A quote or bracket that is never closed is a character like others.
 std::size_t FindOutside(std::string_view text, char wanted)
 {
     int depth = 0;
@@ -57,6 +64,8 @@ std::size_t FindOutside(std::string_view text, char wanted)
             if (end >= text.size())
                 return text.find(wanted, i + 1);
             i = end;
+        } else if (c == '<' && wanted == ',' && depth == 0 && ClosesBracket(text.substr(i + 1))) {
+            i = text.find('>', i);
         } else if (c == '(') {
             ++depth;
         } else if (c == ')' && depth > 0) {
@@ -84,6 +93,22 @@ void DecodeName(Mailbox& mailbox)
 {
     if (HasEncodedWord(mailbox.name))
         mailbox.name = DecodeHeaderValue(mailbox.name);
+}
+
+// The library parts a list at the commas of a route, too: "<@a,@b:user@c>". The item in which the
+// angle bracket is closed that item `first` leaves open, or `first`.
+int FindLastPiece(const CArray<CStringW>& items, int first)
+{
+    const std::string item = Narrow(items[first]);
+    const std::size_t open = FindOutside(item, '<');
+    if (open == item.npos || item.find('>', open) != item.npos)
+        return first;
+    for (int i = first + 1; i < items.GetSize(); ++i) {
+        const std::string next = Narrow(items[i]);
+        if (next.find_first_of("<>") != next.npos)
+            return ClosesBracket(next) ? i : first;
+    }
+    return first;
 }
 
 } // namespace
@@ -117,8 +142,12 @@ bool SplitMailboxList(std::string_view utf8, std::vector<Mailbox>& mailboxes, st
     CArray<CStringW> items;
     CStringW message;
     const bool good = GetAddrArray2(Utf8ToUtf16(utf8).c_str(), items, message) != 0;
-    for (int i = 0; i < items.GetSize(); ++i)
-        mailboxes.push_back(SplitMailbox(Narrow(items[i])));
+    for (int i = 0; i < items.GetSize(); ++i) {
+        std::string item = Narrow(items[i]);
+        for (const int last = FindLastPiece(items, i); i < last;)
+            item += ',' + Narrow(items[++i]);
+        mailboxes.push_back(SplitMailbox(item));
+    }
     if (!good)
         error = Narrow(message);
     return good;

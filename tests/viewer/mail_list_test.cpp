@@ -63,6 +63,8 @@ TEST(Mailbox, IsSplitBeforeItsWordsAreDecoded)
         // Unfinished.
         {"\"Ken <a@b.c>", "\"Ken", "a@b.c"},
         {"Ken <a@b.c", "Ken", "a@b.c"},
+        {"Ken <@a,@b:c@d>, e@f", "Ken", "@a,@b:c@d"},
+        {"<a@b, Ken <c@d>", "", "a@b"},
         {", , a@b.c", "", "a@b.c"},
     };
     for (const auto& c : cases) {
@@ -71,9 +73,12 @@ TEST(Mailbox, IsSplitBeforeItsWordsAreDecoded)
         EXPECT_EQ(mailbox.address, c.address) << c.field;
     }
     EXPECT_EQ(GetShownSender("<a@b.c>"), "a@b.c");
-    const std::vector<Mailbox> list = ReadMailboxField("=?utf-8?Q?=2C?= <a@b>, \"x,y\" <c@d>");
-    ASSERT_EQ(list.size(), 2u);
-    EXPECT_EQ(FormatMailbox(list[0]) + "|" + FormatMailbox(list[1]), "\",\" <a@b>|\"x,y\" <c@d>");
+    // A route has commas inside the brackets; one that is not closed ends at its comma.
+    std::string list;
+    for (const Mailbox& mailbox : ReadMailboxField("=?utf-8?Q?=2C?= <a@b>, \"x,y\" <c@d>, "
+                                                   "Z <@e,@f,@g:h@i>, <j@k, l <m@n>, o@p"))
+        list += FormatMailbox(mailbox) + '|';
+    EXPECT_EQ(list, "\",\" <a@b>|\"x,y\" <c@d>|Z <@e,@f,@g:h@i>|j@k|l <m@n>|o@p|");
 }
 
 std::string Column(const MailList& list)
