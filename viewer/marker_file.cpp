@@ -28,6 +28,17 @@ std::string DigestOf(std::string_view text)
     return key;
 }
 
+// The header as it was sent; the mails of an mbox file differ in it.
+std::string_view GetHeader(const Mail& mail)
+{
+    const std::vector<MailField>& fields = mail.GetFields();
+    if (fields.empty())
+        return {};
+    const char* const start = fields.front().name.data();
+    const std::string_view last = fields.back().value;
+    return {start, static_cast<std::size_t>(last.data() + last.size() - start)};
+}
+
 } // namespace
 
 std::string MarkerFile::MakeKey(const Mail& mail, const std::string& path)
@@ -37,11 +48,34 @@ std::string MarkerFile::MakeKey(const Mail& mail, const std::string& path)
     const std::size_t start = value.find('<');
     const std::size_t end = value.find('>', std::min(start, value.size()));
     const bool whole = start != value.npos && end != value.npos;
-    const std::string_view identifier = whole ? value.substr(start, end + 1 - start) : path;
+    const std::string identifier = whole ? std::string(value.substr(start, end + 1 - start))
+                                         : path + std::string(GetHeader(mail));
     const bool plain = whole && identifier.size() > 2 && identifier.size() <= kMaxKey &&
                        std::all_of(identifier.begin(), identifier.end(),
                                    [](char c) { return c > ' ' && c <= '~'; });
-    return plain ? std::string(identifier) : DigestOf(identifier);
+    return plain ? identifier : DigestOf(identifier);
+}
+
+SettingsFile::State MarkerFile::Load(const std::string& path)
+{
+    if (path != m_path)
+        m_unsaved.clear();
+    m_path = path;
+    const SettingsFile::State state = m_file.Load(path, {});
+    for (const auto& [key, markers] : m_unsaved)
+        Put(key, markers);
+    return state;
+}
+
+bool MarkerFile::Save()
+{
+    if (m_unsaved.empty())
+        return true;
+    Load(m_path);
+    if (!m_file.Save())
+        return false;
+    m_unsaved.clear();
+    return true;
 }
 
 std::string MarkerFile::Get(const std::string& key) const
@@ -52,6 +86,12 @@ std::string MarkerFile::Get(const std::string& key) const
 }
 
 void MarkerFile::Set(const std::string& key, const std::string& markers)
+{
+    m_unsaved[key] = markers;
+    Put(key, markers);
+}
+
+void MarkerFile::Put(const std::string& key, const std::string& markers)
 {
     if (markers.empty())
         m_file.Data().RemoveName(kSection, key.c_str());

@@ -133,6 +133,7 @@ TEST(MarkerFile, KeepsMarkersByIdentifierOrPath)
         {"Message-ID: <a b>\n\n", "p", nullptr},
         {"Message-ID: <" + std::string(300, 'x') + ">\n\n", "p", nullptr},
         {"Subject: none\n\n", "メール/1.eml", nullptr},
+        {"Subject: other\n\n", "メール/1.eml", nullptr}, // in the same mbox file
         {"Message-ID: <open\n\n", "p", nullptr},
         {"Message-ID: <open\n\n", "q", nullptr},
     };
@@ -155,6 +156,24 @@ TEST(MarkerFile, KeepsMarkersByIdentifierOrPath)
     EXPECT_EQ(loaded.Get(keys[0]), "");
     for (std::size_t i = 1; i < keys.size(); ++i)
         EXPECT_EQ(loaded.Get(keys[i]), "[0,0,0,5," + std::to_string(i + 1) + "]");
+
+    // Two windows have the file; none loses what the other one saves.
+    loaded.Set(keys[1], "[1]");
+    markers.Set(keys[2], "[2]");
+    EXPECT_TRUE(loaded.Save());
+    EXPECT_TRUE(markers.Save());
+    EXPECT_EQ(markers.Get(keys[1]), "[1]");
+    loaded.Load(folder.Path("m"));
+    EXPECT_EQ(loaded.Get(keys[2]), "[2]");
+    // What cannot be saved is not forgotten while its folder is open.
+    ASSERT_TRUE(SetFileReadOnly(folder.Path("m").c_str(), true));
+    loaded.Set(keys[1], "[3]");
+    EXPECT_FALSE(loaded.Save());
+    loaded.Load(folder.Path("m"));
+    EXPECT_EQ(loaded.Get(keys[1]), "[3]");
+    loaded.Load(folder.Path("n"));
+    EXPECT_EQ(loaded.Get(keys[1]), "");
+    SetFileReadOnly(folder.Path("m").c_str(), false);
 }
 
 } // namespace

@@ -128,19 +128,26 @@ void MailListWnd::ChooseRow(int row)
 {
     if (row < 0 || row >= m_list.GetCount())
         return;
-    LVITEMW item = {};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessage(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-    item.state = item.stateMask;
-    SendMessage(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    SetRowState(-1, 0);
+    SetRowState(row, LVIS_SELECTED | LVIS_FOCUSED);
     SendMessage(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
 void MailListWnd::ChooseAll()
 {
+    const int focused = GetFocusedRow();
+    SetRowState(-1, LVIS_SELECTED);
+    if (focused >= 0)
+        SetRowState(focused, LVIS_SELECTED | LVIS_FOCUSED);
+}
+
+// Of a row or, with -1, of all: chosen or not, with the focus or without.
+void MailListWnd::SetRowState(int row, UINT state)
+{
     LVITEMW item = {};
-    item.state = item.stateMask = LVIS_SELECTED;
-    SendMessage(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = state;
+    SendMessage(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 int MailListWnd::FindFile(std::string_view path) const
@@ -168,23 +175,24 @@ bool MailListWnd::HandleNotify(NMHDR* header)
 // Rows change their places below the control, which knows what is chosen by row.
 void MailListWnd::Sort()
 {
-    std::vector<int> chosen = GetChosenRows();
+    const std::vector<int> rows = GetChosenRows();
     const int focused = GetFocusedRow();
     const int focusedMail = focused < 0 ? -1 : m_list.GetMailOfRow(focused);
-    for (int& row : chosen)
-        row = m_list.GetMailOfRow(row);
+    std::vector<bool> chosen(static_cast<std::size_t>(m_list.GetCount()));
+    for (const int row : rows)
+        chosen[static_cast<std::size_t>(m_list.GetMailOfRow(row))] = true;
     m_list.Sort(m_order.column, m_order.ascending);
 
-    LVITEMW item = {};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessage(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-    for (const int mail : chosen) {
-        item.state = LVIS_SELECTED | (mail == focusedMail ? LVIS_FOCUSED : 0U);
-        SendMessage(LVM_SETITEMSTATE, static_cast<WPARAM>(m_list.FindRow(mail)),
-                    reinterpret_cast<LPARAM>(&item));
+    const bool all = rows.size() == chosen.size();
+    SetRowState(-1, all ? UINT{LVIS_SELECTED} : 0U);
+    for (int row = 0; !all && !rows.empty() && row < m_list.GetCount(); ++row)
+        if (chosen[static_cast<std::size_t>(m_list.GetMailOfRow(row))])
+            SetRowState(row, LVIS_SELECTED);
+    if (focusedMail >= 0) {
+        const int row = m_list.FindRow(focusedMail);
+        SetRowState(row, LVIS_SELECTED | LVIS_FOCUSED);
+        SendMessage(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
     }
-    if (focusedMail >= 0)
-        SendMessage(LVM_ENSUREVISIBLE, static_cast<WPARAM>(m_list.FindRow(focusedMail)), FALSE);
     ShowOrder();
     Invalidate();
 }

@@ -44,6 +44,7 @@ public:
     bool HandleNotify(NMHDR* header);
 
 private:
+    void SetRowState(int row, UINT state);
     void Sort();
     void ShowOrder();
     void GiveText(LVITEMW& item);

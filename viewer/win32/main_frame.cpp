@@ -8,6 +8,7 @@
 #include "viewer/win32/window_text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tlvn {
 
@@ -164,6 +165,9 @@ void MainFrame::OnActivate(UINT state, CWnd* other, BOOL minimized)
         return;
     }
     CWnd::OnActivate(state, other, minimized);
+    // Another window may have marked the mail meanwhile.
+    if (m_mail != nullptr)
+        LoadMarkers();
 }
 
 void MainFrame::OnGetMinMaxInfo(MINMAXINFO* limits)
@@ -225,8 +229,8 @@ BOOL MainFrame::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
     if (header->hwndFrom == m_list.m_hWnd && m_list.m_hWnd != nullptr) {
         if (m_list.HandleNotify(header))
             return TRUE;
-        // Several changes come for one choice.
-        if (header->code == LVN_ITEMCHANGED)
+        // Several changes come for one choice, and one for each row when all are chosen.
+        if (header->code == LVN_ITEMCHANGED && !std::exchange(m_showPosted, true))
             PostMessage(kShowChosen);
     }
     if (header->hwndFrom == m_folders.m_hWnd && header->code == TVN_SELCHANGEDW) {
@@ -281,9 +285,11 @@ void MainFrame::ShowFolder(const MailFolder& folder)
     std::string error;
     const bool opened = m_list.Open(folder.path, error);
     m_shownMail = -1;
-    if (!opened)
-        SetStatus(LoadText(IDS_CANNOT_OPEN) + TW(' ') + Utf8ToUtf16(error));
     StartReading();
+    if (!opened) {
+        ShowProgress();
+        ShowNoMail(folder.path, error);
+    }
 }
 
 void MainFrame::OnTimer(UINT_PTR id)
@@ -297,8 +303,12 @@ void MainFrame::OnTimer(UINT_PTR id)
         return;
     // The mails first; the folders are read when they are there.
     if (m_list.GetMails().IsReading()) {
-        if (!m_list.Step(kReadStep) && m_list.GetFocusedRow() < 0)
-            m_list.ChooseRow(m_wantedFile.empty() ? 0 : m_list.FindFile(m_wantedFile));
+        if (!m_list.Step(kReadStep) && m_list.GetFocusedRow() < 0) {
+            const bool wanted = !m_wantedFile.empty();
+            m_list.ChooseRow(wanted ? m_list.FindFile(m_wantedFile) : 0);
+            if (!wanted && m_list.GetMails().GetCount() == 0)
+                CloseMail({});
+        }
         ShowProgress();
         return;
     }
@@ -333,6 +343,7 @@ void MainFrame::SetStatus(WStringView text)
 
 LRESULT MainFrame::OnShowChosen(WPARAM, LPARAM)
 {
+    m_showPosted = false;
     ShowMailAt(m_list.GetFocusedRow());
     return 0;
 }

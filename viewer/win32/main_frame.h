@@ -96,7 +96,9 @@ private:
 
     void ShowMailAt(int row);
     bool ShowMailBytes(std::string bytes, const std::string& path);
-    void CloseMail();
+    void CloseMail(WStringView message);
+    void ShowNoMail(const std::string& path, const std::string& error);
+    std::string GetMarkerText() const;
     void LoadMarkers();
     void SaveMarkers();
     void Mark(int command);
@@ -131,8 +133,8 @@ private:
     std::unique_ptr<Mail> m_mail;
     std::string m_mailPath;
     int m_shownMail = -1; // its number in the list
+    bool m_showPosted = false;
     MarkerFile m_markers;
-    std::string m_markerPath;
     TextSearch m_search;
     std::vector<ComposeWindow*> m_composing;
     bool m_exporting = false;

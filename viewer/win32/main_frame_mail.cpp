@@ -7,6 +7,7 @@
 #include "viewer/show_text.h"
 #include "viewer/win32/compose_window.h"
 #include "viewer/win32/dialogs.h"
+#include "viewer/win32/progress_box.h"
 #include "viewer/win32/resource.h"
 #include "viewer/win32/window_text.h"
 
@@ -47,18 +48,25 @@ void MainFrame::ShowMailAt(int row)
         ShowMailBytes(std::move(bytes), path);
         return;
     }
-    CloseMail();
-    SetStatus(LoadText(IDS_CANNOT_OPEN) + TW(' ') + Utf8ToUtf16(path + ": " + error));
+    ShowNoMail(path, error);
 }
 
 // No mail is shown then, that no other is taken for the chosen one.
-void MainFrame::CloseMail()
+void MainFrame::CloseMail(WStringView message)
 {
     m_mail.reset();
     m_mailPath.clear();
     SetWindowText(Utf8ToUtf16(kProgramName).c_str());
     m_editor.ClearFoundArray();
-    m_editor.SetDocument(CT_ASCII, "", 0);
+    m_editor.SetDocument(CT_UNICODE, reinterpret_cast<const char*>(message.data()),
+                         static_cast<int>(message.size() * sizeof(WCHAR)));
+    FindAll();
+}
+
+void MainFrame::ShowNoMail(const std::string& path, const std::string& error)
+{
+    CloseMail(LoadText(IDS_CANNOT_OPEN) + TW("\r\n\r\n") + Utf8ToUtf16(path) + TW("\r\n") +
+              Utf8ToUtf16(error));
 }
 
 bool MainFrame::ShowMailBytes(std::string bytes, const std::string& path)
@@ -80,25 +88,29 @@ bool MainFrame::ShowMailBytes(std::string bytes, const std::string& path)
 
 void MainFrame::LoadMarkers()
 {
-    const std::string file = FolderOf(m_mailPath) + kMarkerFile;
+    // Without a path nothing is read or written, of another folder neither.
     std::string narrow;
-    if (file != m_markerPath) {
-        m_markerPath = file;
-        // Without a path nothing is read or written, of another folder neither.
-        m_markers.Load(ToNarrowPath(file, narrow) ? narrow : std::string());
-    }
-    CEditorLineMarkerArray markers;
+    const bool named = ToNarrowPath(FolderOf(m_mailPath) + kMarkerFile, narrow);
+    m_markers.Load(named ? narrow : std::string());
     const std::string text = m_markers.Get(MarkerFile::MakeKey(*m_mail, m_mailPath));
+    if (text == GetMarkerText())
+        return;
+    CEditorLineMarkerArray markers;
     SerializeLineMarkerArray(text.c_str(), m_editor.GetHeaderLineL(), markers);
     m_editor.InitLineMarkerArray(markers);
     ClearLineMarkerArray(markers);
 }
 
-void MainFrame::SaveMarkers()
+std::string MainFrame::GetMarkerText() const
 {
     CString text;
     SerializeLineMarkerArray(m_editor.GetLineMarkerArray(), m_editor.GetHeaderLineL(), text);
-    m_markers.Set(MarkerFile::MakeKey(*m_mail, m_mailPath), text.GetString());
+    return text.GetString();
+}
+
+void MainFrame::SaveMarkers()
+{
+    m_markers.Set(MarkerFile::MakeKey(*m_mail, m_mailPath), GetMarkerText());
     if (!m_markers.Save())
         SetStatus(LoadText(IDS_MARKERS_TROUBLE) + TW(' ') + Utf8ToUtf16(m_markers.GetMessage()));
     else if (!m_markers.GetMessage().empty())
@@ -179,7 +191,7 @@ LRESULT MainFrame::OnDraftSaved(WPARAM, LPARAM lParam)
     return 0;
 }
 
-// The window takes no input meanwhile, but goes on drawing.
+// The window takes no input meanwhile but that of the box with the progress.
 void MainFrame::Export()
 {
     std::string path = m_list.GetPath() + ".zip";
@@ -195,23 +207,22 @@ void MainFrame::Export()
     }
     m_exporting = true;
     EnableWindow(FALSE);
-    m_progress.ShowWindow(SW_SHOW);
-    while (mails.Step(kExportStep, error)) {
-        constexpr int kProgressSteps = 1'000;
-        m_progress.SendMessage(PBM_SETPOS,
-                               static_cast<WPARAM>(INT64{mails.GetDone()} * kProgressSteps /
-                                                   std::max(mails.GetTotal(), 1)));
-        SetStatus(LoadText(IDS_EXPORTING, Utf8ToUtf16(std::to_string(mails.GetDone()))));
-        if (!PumpPendingMessages())
-            break;
+    ProgressBox box;
+    box.Open(this, IDS_TITLE_EXPORT);
+    bool goesOn = true;
+    while (goesOn && mails.Step(kExportStep, error)) {
+        const WString done = Utf8ToUtf16(std::to_string(mails.GetDone()));
+        goesOn = box.Show(LoadText(IDS_EXPORTING, done), mails.GetDone(), mails.GetTotal());
     }
-    m_progress.ShowWindow(SW_HIDE);
     EnableWindow(TRUE);
+    box.DestroyWindow();
     m_exporting = false;
     SetFocus();
-    SetStatus(error.empty() ? LoadText(IDS_EXPORTED, Utf8ToUtf16(std::to_string(mails.GetDone())))
-                            : WString());
-    if (!error.empty())
+    if (!goesOn)
+        SetStatus(LoadText(IDS_EXPORT_ENDED));
+    else if (error.empty())
+        SetStatus(LoadText(IDS_EXPORTED, Utf8ToUtf16(std::to_string(mails.GetDone()))));
+    else
         Complain(this, IDS_CANNOT_EXPORT, error);
 }
 
