@@ -7,6 +7,8 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 [ ! -f "$WINEPREFIX/prepared" ] || exit 0
 
 run_wine wineboot --init
+# Debian's Wine does not look where its own fonts are; this one has the marks of window buttons.
+cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
 fonts=$(mktemp --suffix=.reg)
 {
     printf 'Windows Registry Editor Version 5.00\r\n\r\n'

@@ -52,6 +52,11 @@ bool Contains(const WString& text, WStringView part)
     return text.find(part) != text.npos;
 }
 
+void Command(HWND window, int command)
+{
+    ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+}
+
 struct Search {
     DWORD process;
     WStringView className;
@@ -132,6 +137,17 @@ public:
         EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
     }
 
+    // Opens a dialog by its command, has it filled in, and ends it by the button.
+    void Fill(HWND frame, int command, const std::function<void(HWND)>& fill, int button)
+    {
+        Command(frame, command);
+        const HWND dialog = Window(kDialogClass);
+        ASSERT_NE(dialog, nullptr) << command;
+        fill(dialog);
+        ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+    }
+
     // Gives the system's dialog a path, once it has filled its field with the name proposed.
     void SaveAs(HWND dialog, const WString& path)
     {
@@ -158,11 +174,6 @@ public:
 private:
     PROCESS_INFORMATION m_process = {};
 };
-
-void Command(HWND window, int command)
-{
-    ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
-}
 
 // The screen as a bitmap file, if pictures are wanted.
 void TakePicture(const char* name)
@@ -240,7 +251,7 @@ TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
     Command(frame, ID_SEARCH_FIND);
     const HWND bar = program.Child(frame, TW("TolvanFindBarClass"));
     const HWND field = program.Child(bar, TW("Edit"));
-    SetTextOf(field, TW("[a-z]+@"));
+    SetTextOf(field, TW("[0-9]+(月|日)"));
     const HWND none = program.Child(bar, TW("Static"), TW("見つかりません"));
     EXPECT_NE(none, nullptr);
     ::PostMessageW(program.Child(bar, TW("Button"), TW("正規表現")), BM_CLICK, 0, 0);
@@ -323,6 +334,22 @@ TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
     EXPECT_EQ(type, SPLIT_THREE_ROWS);
 }
 
+// In the place of the mail chosen, not of one chosen before. A window that reads can be closed.
+TEST_F(ViewProgram, ShowsWhyAMailCannotBeRead)
+{
+    folder.Write("odd/empty.eml", "");
+    folder.Write("odd/big", "From a\nSubject: big\n\n" + std::string(100'000'000, 'x'));
+    {
+        Program program(settings, folder.Path("odd"));
+        const HWND frame = program.Window(kFrameClass);
+        const HWND editor = program.Child(frame, TW("TolvanEditorWndClass"));
+        EXPECT_TRUE(WaitUntil([&] { return Contains(TextOf(editor), TW("空のファイルです。")); }));
+        EXPECT_EQ(program.Close(frame), 0U);
+    }
+    Program program(settings, folder.Path("odd/big"));
+    EXPECT_EQ(program.Close(program.Window(kFrameClass)), 0U);
+}
+
 // A file that cannot be read is told, and kept under another name; the program works.
 TEST_F(ViewProgram, GoesOnWithDamagedSettings)
 {
@@ -361,6 +388,139 @@ TEST_F(ViewProgram, LeavesReadOnlySettingsAlone)
     }
     EXPECT_EQ(folder.Read("settings.cfg"), before);
     tlvn::SetFileReadOnly(settings.c_str(), false);
+}
+
+// 24 points.
+void FillFont(HWND dialog)
+{
+    constexpr int kSizes = 1138; // of the system's dialog
+    const HWND sizes = ::GetDlgItem(dialog, kSizes);
+    ::SendMessageW(sizes, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                   reinterpret_cast<LPARAM>(TW("24")));
+    ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(kSizes, CBN_SELCHANGE),
+                   reinterpret_cast<LPARAM>(sizes));
+}
+
+void FillColor(HWND dialog, COLORREF color)
+{
+    constexpr int kRedField = 706; // of the system's dialog
+    const int parts[] = {GetRValue(color), GetGValue(color), GetBValue(color)};
+    for (int i = 0; i < 3; ++i)
+        SetTextOf(::GetDlgItem(dialog, kRedField + i), std::to_wstring(parts[i]));
+}
+
+// Ctrl+J in place of the keys of the search.
+void FillKeys(HWND dialog)
+{
+    constexpr int kCommandList = 202; // of the program's own
+    constexpr int kHotKey = 203;
+    constexpr WPARAM kAssign = 204;
+    ::SendDlgItemMessageW(dialog, kCommandList, LB_SELECTSTRING, static_cast<WPARAM>(-1),
+                          reinterpret_cast<LPARAM>(TW("検索...")));
+    ::SendDlgItemMessageW(dialog, kHotKey, HKM_SETHOTKEY, MAKEWORD('J', HOTKEYF_CONTROL), 0);
+    ::SendMessageW(dialog, WM_COMMAND, kAssign, 0);
+}
+
+void PressControlAnd(BYTE key)
+{
+    ::keybd_event(VK_CONTROL, 0, 0, 0);
+    ::keybd_event(key, 0, 0, 0);
+    ::keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
+    ::keybd_event(VK_CONTROL, 0, KEYEVENTF_KEYUP, 0);
+}
+
+// What the screen shows at a place of a window's client area.
+COLORREF PixelAt(HWND window, POINT place)
+{
+    ::ClientToScreen(window, &place);
+    const HDC screen = ::GetDC(nullptr);
+    const COLORREF color = ::GetPixel(screen, place.x, place.y);
+    ::ReleaseDC(nullptr, screen);
+    return color;
+}
+
+// What the dialogs change, as the file has it.
+std::string ReadSettings(const std::string& path, const char* password)
+{
+    CSettingData data;
+    data.SetCryptKey(password);
+    EXPECT_TRUE(data.LoadFile(path.c_str()));
+    const struct {
+        const char *section, *name;
+    } values[] = {{"Viewer", "FontPoint_128"},
+                  {"Composer", "FontPoint_128"},
+                  {"Colors", "Text"},
+                  {"Colors", "Back"},
+                  {"Mail", "From"}};
+    std::string all;
+    for (const auto& value : values) {
+        CString text;
+        data.GetValue(value.section, value.name, text);
+        all += std::string(text.GetString()) + ' ';
+    }
+    CStringArray keys;
+    data.GetValueBegin("Keys", "Main", keys);
+    for (int i = 0; i < static_cast<int>(keys.GetSize()); ++i)
+        if (std::atoi(keys[i]) == ID_SEARCH_FIND)
+            all += keys[i];
+    return all;
+}
+
+// What is given up changes nothing; what is confirmed shows at once and is kept.
+TEST_F(ViewProgram, ChangesWhatItsDialogsAreTold)
+{
+    constexpr COLORREF kText = RGB(1, 2, 3);
+    constexpr COLORREF kBack = RGB(250, 240, 230);
+    const auto fillText = [](const WCHAR* text) {
+        return [text](HWND dialog) { SetTextOf(::GetDlgItem(dialog, kTextField), text); };
+    };
+    const struct {
+        int command;
+        std::function<void(HWND)> fill;
+    } changes[] = {
+        {ID_SETTINGS_FONT, FillFont},
+        {ID_SETTINGS_TEXT_COLOR, [](HWND d) { FillColor(d, kText); }},
+        {ID_SETTINGS_BACK_COLOR, [](HWND d) { FillColor(d, kBack); }},
+        {ID_SETTINGS_KEYS, FillKeys},
+        {ID_SETTINGS_ADDRESS, fillText(TW("me@example.jp"))},
+        {ID_SETTINGS_PASSWORD, fillText(TW("secret"))},
+    };
+    for (const int button : {IDCANCEL, IDOK}) {
+        Program program(settings, folder.Path("mails"));
+        const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+        ASSERT_NE(frame, nullptr);
+        for (const auto& change : changes)
+            program.Fill(
+                frame, change.command,
+                [&](HWND dialog) {
+                    change.fill(dialog);
+                    if (change.command == ID_SETTINGS_KEYS && button == IDCANCEL)
+                        TakePicture("view-keys");
+                },
+                button);
+        if (button == IDOK) {
+            ::SetForegroundWindow(frame);
+            PressControlAnd('J');
+            EXPECT_NE(program.Child(frame, TW("TolvanFindBarClass")), nullptr);
+            Command(frame, ID_MAIL_NEW);
+            const HWND compose = program.Window(kComposeClass);
+            EXPECT_EQ(TextOf(::GetDlgItem(compose, 1)), TW("me@example.jp"));
+            // The text is in Shift_JIS until it gets what that does not have.
+            const HWND editor = ::GetDlgItem(compose, 21);
+            for (const WPARAM unit : {0x25A0, 0xE9})
+                ::SendMessageW(editor, WM_CHAR, unit, 1);
+            EXPECT_EQ(TextOf(editor), TW("\x25A0\xE9"));
+            // The square is that large with 24 points only.
+            EXPECT_TRUE(WaitUntil([&] { return PixelAt(editor, {20, 20}) == kText; }));
+            EXPECT_EQ(PixelAt(editor, {200, 200}), kBack);
+            ::PostMessageW(compose, WM_CLOSE, 0, 0);
+            program.Press(program.Window(kDialogClass), TW("はい"));
+        }
+        EXPECT_EQ(program.Close(frame), 0U);
+        EXPECT_EQ(ReadSettings(settings, button == IDOK ? "secret" : ""),
+                  button == IDOK ? "24 24 0x00030201 0x00E6F0FA me@example.jp 40040 Ctrl+J"
+                                 : "9 9 0xFFFFFFFF 0xFFFFFFFF  40040 Ctrl+F");
+    }
 }
 
 // An enciphered file asks for its password until it is right; the file stays enciphered.
