@@ -220,6 +220,7 @@ private:
     int GetPrevCharL(const CLLineData& line, int byte) const;
     bool IsCharTop(const CLLineData& line, int byte) const;
     int GetCharTypeL(const CLLineData& line, int byte) const;
+    bool AreBothMarks(const CLLineData& line, int byte, int next) const;
 
     CodeType m_codeType;
     LineIndex m_lines;

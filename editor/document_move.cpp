@@ -130,7 +130,7 @@ void Document::ToWordTop(CTextPos& pos) const
     const int type = GetCharTypeL(line, byte);
     while (byte > 0) {
         const int prev = GetPrevCharL(line, byte);
-        if (GetCharTypeL(line, prev) != type)
+        if (!AreBothMarks(line, prev, byte) && GetCharTypeL(line, prev) != type)
             break;
         byte = prev;
     }
@@ -145,10 +145,13 @@ void Document::ToWordEnd(CTextPos& pos) const
     if (pos.logicalByte == length)
         return;
     const CLLineData& line = GetLine(pos.line);
-    int byte = pos.logicalByte;
-    const int type = GetCharTypeL(line, byte);
-    while (byte < length && GetCharTypeL(line, byte) == type)
+    const int type = GetCharTypeL(line, pos.logicalByte);
+    int last = pos.logicalByte;
+    int byte = GetNextCharL(line, last);
+    while (byte < length && (AreBothMarks(line, last, byte) || GetCharTypeL(line, byte) == type)) {
+        last = byte;
         byte = GetNextCharL(line, byte);
+    }
     pos = MakePos(pos.line, byte);
 }
 
@@ -225,6 +228,15 @@ bool Document::IsCharTop(const CLLineData& line, int byte) const
 int Document::GetCharTypeL(const CLLineData& line, int byte) const
 {
     return GetCharType(line.GetText(), line.GetLength(), line.GetText() + byte, m_codeType);
+}
+
+// Whether two characters, one behind the other, are marks of both kana. They are of one type then,
+// which it takes a look at all such marks before them to tell.
+bool Document::AreBothMarks(const CLLineData& line, int byte, int next) const
+{
+    const char* const end = line.GetText() + line.GetLength();
+    return IsBothKanaMark(line.GetText() + byte, end, m_codeType) &&
+           IsBothKanaMark(line.GetText() + next, end, m_codeType);
 }
 
 } // namespace tlvn

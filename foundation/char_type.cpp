@@ -169,3 +169,12 @@ int GetCharType(const char* text, int len, const char* p, CodeType ct)
         return Utf16Type(text, len, p);
     return len < 0 && *p == '\0' ? 0 : MultibyteType(text, len, p, ct);
 }
+
+bool tlvn::IsBothKanaMark(const char* p, const char* end, CodeType ct)
+{
+    if (end - p < 2)
+        return false;
+    if (IsCodeTypeUnicode(ct))
+        return (Utf16Type(p, 2, p) & kBothKana) == kBothKana;
+    return IsCodeTypeJapanese(ct) != 0 && IsKanaMark(DoubleByteAt(p));
+}

@@ -56,3 +56,11 @@ enum : int {
 // 0 when text or p is null, or p is not in the text or at its end. Takes constant time, for the
 // marks of both kana in proportion to how many stand together.
 TLVN_API int GetCharType(const char* text, int len, const char* p, CodeType ct);
+
+namespace tlvn {
+
+// Whether the character at p, p < end, is a mark of both kana, of which several that stand together
+// are of one kind.
+TLVN_API bool IsBothKanaMark(const char* p, const char* end, CodeType ct);
+
+} // namespace tlvn

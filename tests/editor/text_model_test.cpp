@@ -179,6 +179,15 @@ TEST(TextModel, TakesHostileShapes)
     while (model.CanUndo())
         model.Undo(caret);
     EXPECT_EQ(model.GetDocument().GetLineCount(), (1 << 20) + 1);
+    text.clear();
+    for (int i = 0; i < 1 << 18; ++i)
+        text += "\x81\x5B"; // the kind of each is that of the one before it
+    Set(model, text);
+    CTextPos word(0, 1 << 18);
+    model.GetDocument().ToWordTop(word);
+    EXPECT_EQ(word.logicalByte, 0);
+    model.GetDocument().ToWordEnd(word);
+    EXPECT_EQ(word.logicalByte, 1 << 19);
     text.assign(1 << 22, '\x88'); // every byte leads and trails
     Set(model, text);
     caret = model.InsertText(CTextPos(0, (1 << 21) + 1), "a", 1);
