@@ -44,6 +44,7 @@ public:
     // counts; one without a change leaves no trace.
     void BeginGroup();
     void EndGroup();
+    bool IsInGroup() const { return m_nesting > 0; }
     void Add(ChangeRecord&& change);
 
     bool CanUndo() const { return m_position > 0; }

@@ -1,7 +1,6 @@
 #include "editor/columns.h"
 
 #include "foundation/char_type.h"
-#include "framework/guard_memory.h"
 
 #include <algorithm>
 #include <limits>
@@ -48,35 +47,6 @@ BYTE Traits(unsigned code)
     return code < 0x10000 ? UnitTraits()[code] : TraitsOf(code);
 }
 
-// Calls take(code, bytes, columns) for every character of the text.
-template <class Take>
-void VisitColumns(const TextCode& code, const char* text, int length, int tabColumn, INT64 column,
-                  const Take& take)
-{
-    code.Visit([&](auto reader) {
-        const char* const end = text + length;
-        for (const char* p = text; p < end;) {
-            const char* const from = p;
-            const unsigned c = reader.Next(p, end);
-            const auto bytes = static_cast<int>(p - from);
-            const INT64 columns = c == '\t'       ? tabColumn - column % tabColumn
-                                  : code.IsWide() ? GetWideColumns(c)
-                                                  : bytes;
-            take(c, bytes, columns);
-            column += columns;
-        }
-    });
-}
-
-void AddBlanks(char*& p, INT64 count, bool wide)
-{
-    for (; count > 0; --count) {
-        *p++ = ' ';
-        if (wide)
-            *p++ = '\0';
-    }
-}
-
 } // namespace
 
 int GetWideColumns(unsigned code)
@@ -91,41 +61,20 @@ bool IsSingleAlnum(unsigned code)
 
 int CountColumns(const TextCode& code, const char* text, int length, int tabColumn, int column)
 {
-    INT64 end = column;
-    VisitColumns(code, text, length, std::max(tabColumn, 1), column,
-                 [&](unsigned, int, INT64 columns) { end += columns; });
-    return static_cast<int>(std::min<INT64>(end, std::numeric_limits<int>::max()));
-}
-
-int Tab2Space(const TextCode& code, const char* text, int length, int tabColumn, CBuffer& out)
-{
-    const bool wide = code.IsWide();
-    tabColumn = std::max(tabColumn, 1);
-    int tabs = 0;
-    INT64 size = 0;
-    VisitColumns(code, text, length, tabColumn, 0, [&](unsigned c, int bytes, INT64 columns) {
-        tabs += c == '\t' ? 1 : 0;
-        size += c != '\t' ? bytes : wide ? columns * 2 : columns;
-    });
-    if (tabs == 0) {
-        out.Set(text, length);
-        return 0;
-    }
-    if (size > std::numeric_limits<int>::max())
-        AfxThrowMemoryException();
-
-    char* to = out.GetBuffer(static_cast<int>(size));
-    VisitColumns(code, text, length, tabColumn, 0, [&](unsigned c, int bytes, INT64 columns) {
-        if (c == '\t') {
-            AddBlanks(to, columns, wide);
-        } else {
-            std::memcpy(to, text, static_cast<std::size_t>(bytes));
-            to += bytes;
+    const INT64 tab = std::max(tabColumn, 1);
+    INT64 at = column;
+    code.Visit([&](auto reader) {
+        const char* const end = text + length;
+        for (const char* p = text; p < end;) {
+            const char* const from = p;
+            const unsigned c = reader.Next(p, end);
+            if (c == '\t')
+                at += tab - at % tab;
+            else
+                at += code.IsWide() ? GetWideColumns(c) : p - from;
         }
-        text += bytes;
     });
-    out.ReleaseBuffer(static_cast<int>(size));
-    return tabs;
+    return static_cast<int>(std::min<INT64>(at, std::numeric_limits<int>::max()));
 }
 
 } // namespace tlvn

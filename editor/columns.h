@@ -7,7 +7,6 @@
 #pragma once
 
 #include "editor/text_code.h"
-#include "foundation/buffer.h"
 
 namespace tlvn {
 
@@ -20,10 +19,5 @@ TLVN_API bool IsSingleAlnum(unsigned code);
 // The column at which the text ends when it begins at `column`; at most INT_MAX.
 TLVN_API int CountColumns(const TextCode& code, const char* text, int length, int tabColumn,
                           int column = 0);
-
-// Replaces `out` by the text with blanks up to the next tab stop for every tab, the text beginning
-// at column 0. Returns the number of tabs. Throws CMemoryException*.
-TLVN_API int Tab2Space(const TextCode& code, const char* text, int length, int tabColumn,
-                       CBuffer& out);
 
 } // namespace tlvn

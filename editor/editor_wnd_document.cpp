@@ -303,6 +303,7 @@ void CEditorWnd::OnTextChange(const tlvn::TextChange& change)
 void CEditorWnd::FollowChanges(const CTextPos& caret)
 {
     m_pixels->Forget();
+    m_model.GetMarkers(); // the owner may hold the array
     m_caretPos = m_selAnchor = m_selEnd = caret;
     m_caretAtRowEnd = false;
     // What stands at the top of the view stays there.

@@ -24,18 +24,6 @@ constexpr bool IsControl(UINT c)
     return c < ' ' || (c >= 0x7F && c < 0xA0);
 }
 
-// All changes of a scope are undone in one step.
-class ChangeGroup {
-public:
-    explicit ChangeGroup(tlvn::TextModel& model) : m_model(model) { m_model.BeginGroup(); }
-    ~ChangeGroup() { m_model.EndGroup(); }
-    ChangeGroup(const ChangeGroup&) = delete;
-    ChangeGroup& operator=(const ChangeGroup&) = delete;
-
-private:
-    tlvn::TextModel& m_model;
-};
-
 int CheckedLength(std::size_t length)
 {
     if (length > INT_MAX)
@@ -147,7 +135,7 @@ void CEditorWnd::InputChar(UINT ch, UINT repeat)
         return;
     if (ch == '\r' || ch == '\n') {
         CheckUnits(repeat);
-        const ChangeGroup group(m_model);
+        const tlvn::ChangeGroup group(m_model);
         for (; repeat > 0; --repeat)
             InsertCR();
         return;
@@ -230,7 +218,7 @@ void CEditorWnd::ReplaceText(const CTextPos& from, const CTextPos& to, const cha
     BeginChanges();
     CTextPos caret = from;
     try {
-        const ChangeGroup group(m_model);
+        const tlvn::ChangeGroup group(m_model);
         if (!tlvn::IsSameL(from, to))
             caret = m_model.DeleteText(from, to);
         if (length > 0)
@@ -293,7 +281,7 @@ int CEditorWnd::Indent(int indent, int count)
     const CTextPos start(first, 0);
     BeginChanges();
     try {
-        const ChangeGroup group(m_model);
+        const tlvn::ChangeGroup group(m_model);
         CBuffer scratch;
         for (int line = first; line < end; ++line)
             IndentBy(line, indent != 0 ? count : -count, scratch);

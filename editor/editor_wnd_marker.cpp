@@ -29,6 +29,8 @@ void CEditorWnd::ClearLineMarker(int selectionOnly)
         DrawLineMarker(kErase);
         return;
     }
+    if (IsLineMarkerDrawn() != 0)
+        SetMarkerModified(1);
     m_model.ClearMarkers();
     InvalidateFrom(0, 0);
 }

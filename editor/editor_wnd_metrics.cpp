@@ -8,8 +8,11 @@
 #include "editor/line_wrap.h"
 #include "editor/row_pixels.h"
 #include "framework/display_settings.h"
+#include "framework/guard_memory.h"
 
 #include <algorithm>
+#include <span>
+#include <vector>
 
 namespace {
 
@@ -17,6 +20,56 @@ namespace {
 constexpr int kLeastColumns = 8;
 // Without a window there is no width to wrap at.
 constexpr int kEndlessWidth = 1 << 30;
+
+struct Tab {
+    int byte;   // in the line
+    int blanks; // up to its stop
+};
+
+std::vector<Tab> FindTabs(const tlvn::TextCode& code, const CLLineData& line, int tabColumn)
+{
+    return tlvn::GuardMemory([&] {
+        std::vector<Tab> tabs;
+        const char* const text = line.GetText();
+        const char* const end = text + line.GetLength();
+        const char* from = text;
+        int column = 0;
+        for (const char* p = text; p < end;) {
+            const char* const at = p;
+            if (code.Next(p, end) != '\t')
+                continue;
+            const int start =
+                tlvn::CountColumns(code, from, static_cast<int>(at - from), tabColumn, column);
+            column = tlvn::CountColumns(code, at, static_cast<int>(p - at), tabColumn, start);
+            tabs.push_back({static_cast<int>(at - text), column - start});
+            from = p;
+        }
+        return tabs;
+    });
+}
+
+// Replaces all from the first of these tabs of a line to the last. The new text is put in front: so
+// what begins behind the tabs stays behind it, and halves of a character do not join.
+void ReplaceTabs(tlvn::TextModel& model, int line, std::span<const Tab> tabs)
+{
+    const bool wide = model.GetDocument().IsWide();
+    const int unit = wide ? 2 : 1;
+    const char* const text = model.GetDocument().GetLine(line).GetText();
+    const int start = tabs.front().byte;
+    int end = start;
+    CBuffer spaced;
+    for (const Tab& tab : tabs) {
+        spaced.Add(text + end, tab.byte - end);
+        if (wide)
+            spaced.Insert(TW(' '), tab.blanks, spaced.GetLength());
+        else
+            spaced.Insert(' ', tab.blanks, spaced.GetLength());
+        end = tab.byte + unit;
+    }
+    model.InsertText(CTextPos(line, start), spaced, spaced.GetLength());
+    const int added = spaced.GetLength();
+    model.DeleteText(CTextPos(line, start + added), CTextPos(line, end + added));
+}
 
 } // namespace
 
@@ -180,45 +233,32 @@ int CEditorWnd::GetQuoteLength(const CLLineData* line, int length) const
     return std::min(tlvn::GetQuoteLength(m_metrics, line->GetText(), line->GetLength()), length);
 }
 
-// Of each line the text from the first tab to the last is replaced.
+// What lies over the text between the tabs stays there when nothing but the tabs is replaced.
+// Without such things a line is done at once, however many tabs it has.
 void CEditorWnd::Tab2SpaceAll()
 {
     if (m_readOnly != 0)
         return;
     BeginChanges();
-    const tlvn::TextCode& code = m_widths->GetCode();
+    const bool atOnce = IsLineMarkerDrawn() == 0 && m_found.IsEmpty();
     CTextPos caret = m_caretPos;
-    CBuffer text;
-    CBuffer spaced;
-    m_model.BeginGroup();
-    for (int i = 0; i < GetDoc().GetLineCount(); ++i) {
-        const CLLineData& line = GetDoc().GetLine(i);
-        text.Set(line.GetText(), line.GetLength());
-        if (tlvn::Tab2Space(code, text, text.GetLength(), m_metrics.GetTabColumn(), spaced) == 0)
-            continue;
-        // What the two have in common at their start and end stays.
-        const int unit = GetBlankBytes();
-        const char* const before = text;
-        const char* const after = spaced;
-        int head = 0;
-        while (code.IsWide() ? before[head] != '\t' || before[head + 1] != 0 : before[head] != '\t')
-            head += unit;
-        int tail = text.GetLength();
-        while (code.IsWide() ? before[tail - 2] != '\t' || before[tail - 1] != 0
-                             : before[tail - 1] != '\t')
-            tail -= unit;
-        const int rest = text.GetLength() - tail;
-        // The tabs go last: without anything between them, halves of a character would join.
-        const int added = spaced.GetLength() - rest - head;
-        m_model.InsertText(CTextPos(i, head), after + head, added);
-        m_model.DeleteText(CTextPos(i, head + added), CTextPos(i, tail + added));
-        if (caret.line == i) {
-            tlvn::Tab2Space(code, before, std::min(caret.logicalByte, text.GetLength()),
-                            m_metrics.GetTabColumn(), spaced);
-            caret.logicalByte = spaced.GetLength();
+    try {
+        const tlvn::ChangeGroup group(m_model);
+        for (int i = 0; i < GetDoc().GetLineCount(); ++i) {
+            const std::vector<Tab> tabs =
+                FindTabs(m_widths->GetCode(), GetDoc().GetLine(i), m_metrics.GetTabColumn());
+            const std::size_t step = atOnce ? tabs.size() : 1;
+            for (std::size_t left = tabs.size(); left > 0; left -= step)
+                ReplaceTabs(m_model, i, std::span(tabs).subspan(left - step, step));
+            const int byte = caret.line == i ? caret.logicalByte : 0;
+            for (const Tab& tab : tabs)
+                if (tab.byte < byte)
+                    caret.logicalByte += (tab.blanks - 1) * GetBlankBytes();
         }
+    } catch (CMemoryException*) {
+        FollowChanges(m_caretPos);
+        throw;
     }
-    m_model.EndGroup();
     GetDoc().ToText(caret);
     FollowChanges(caret);
 }

@@ -121,13 +121,13 @@ void MovePosition(CTextPos& pos, const TextChange& change)
     const CTextPos to(change.line2, change.byte2);
     if (change.inserted) {
         if (pos.line > from.line) {
-            Shift(pos.line, to.line - from.line);
+            Shift(pos.line, INT64{to.line} - from.line);
         } else if (pos.line == from.line && pos.logicalByte > from.logicalByte) {
             pos.line = to.line;
             Shift(pos.logicalByte, INT64{to.logicalByte} - from.logicalByte);
         }
     } else if (pos.line > to.line) {
-        pos.line -= to.line - from.line;
+        Shift(pos.line, INT64{from.line} - to.line);
     } else if (pos.line == to.line && pos.logicalByte > to.logicalByte) {
         pos.line = from.line;
         Shift(pos.logicalByte, INT64{from.logicalByte} - to.logicalByte);
@@ -135,6 +135,8 @@ void MovePosition(CTextPos& pos, const TextChange& change)
         pos.line = from.line;
         pos.logicalByte = from.logicalByte;
     }
+    pos.physical = 0;
+    pos.byte = 0;
 }
 
 void MarkerHistory::SetUsedCount(int count)

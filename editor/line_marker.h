@@ -65,7 +65,7 @@ struct TextChange {
 
 // Moves the logical form of a position as the text around it moved. Inserting: what is behind
 // line1, byte1 moves along, a position there stays. Deleting: what is behind moves along, what is
-// inside comes to line1, byte1.
+// inside comes to line1, byte1. The display form becomes 0.
 TLVN_API void MovePosition(CTextPos& pos, const TextChange& change);
 
 // The marks in the order in which the user made them.

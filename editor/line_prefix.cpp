@@ -41,6 +41,8 @@ int QuoteRules::GetPrefixLength(const char* text, int length, std::string* marks
 
 int GetIndentLength(const CEditorMetrics& metrics, const char* text, int length)
 {
+    if (text == nullptr)
+        return 0;
     const TextCode code(metrics.GetCodeType());
     return CountRun(code, SetOf(code, metrics.GetIndentListEdit()), text, length);
 }

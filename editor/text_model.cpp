@@ -120,6 +120,7 @@ int TextModel::Undo(CTextPos& caret)
     ChangeHistory::Group* const group = m_history.StepBack();
     if (group == nullptr)
         return 0;
+    const ChangeGroup step(*this);
     for (auto change = group->rbegin(); change != group->rend(); ++change)
         Apply(*change, true, caret);
     return 1;
@@ -130,6 +131,7 @@ int TextModel::Redo(CTextPos& caret)
     ChangeHistory::Group* const group = m_history.StepForward();
     if (group == nullptr)
         return 0;
+    const ChangeGroup step(*this);
     for (ChangeRecord& change : *group)
         Apply(change, false, caret);
     return 1;
@@ -152,13 +154,17 @@ void TextModel::DrawMarker(int kind, const CTextPos& a, const CTextPos& b)
     m_document.ToCharTop(from);
     m_document.ToCharTop(to);
     OrderL(from, to);
-    if (!IsBeforeL(from, to))
-        return;
+    if (IsBeforeL(from, to))
+        AddMarker(CEditorLineMarker(from, to, kind));
+}
+
+void TextModel::AddMarker(const CEditorLineMarker& marker)
+{
     const int used = m_markers.GetUsedCount();
-    m_markers.Add(CEditorLineMarker(from, to, kind));
+    m_markers.Add(marker);
     m_history.Add({ChangeRecord::Marked, CTextPos(), CTextPos(), used, used + 1, CBuffer()});
     m_markerModified = true;
-    ArrangeMarkers();
+    MarkersChanged();
 }
 
 void TextModel::DrawSimpleMarker(int kind, const CTextPos& a, const CTextPos& b)
@@ -168,6 +174,7 @@ void TextModel::DrawSimpleMarker(int kind, const CTextPos& a, const CTextPos& b)
     m_document.L2PByteIndex(from);
     m_document.L2PByteIndex(to);
     OrderL(from, to);
+    GetMarkers();
     GuardMemory([&] {
         auto marker = std::make_unique<CEditorLineMarker>(from, to, kind);
         const auto* const begin = m_arranged.GetData();
@@ -182,16 +189,17 @@ void TextModel::DrawSimpleMarker(int kind, const CTextPos& a, const CTextPos& b)
     m_markerModified = true;
 }
 
+// Marks from outside may be where there is no text.
 void TextModel::EraseAllMarkers()
 {
-    if (!m_arranged.IsEmpty())
-        DrawMarker(-1, CTextPos(), m_document.GetDocEnd());
+    if (!GetMarkers().IsEmpty())
+        AddMarker(CEditorLineMarker(CTextPos(INT_MIN, 0), CTextPos(INT_MAX, 0), -1));
 }
 
 void TextModel::ClearMarkers()
 {
     m_markers.Clear();
-    ArrangeMarkers();
+    MarkersChanged();
 }
 
 void TextModel::InitMarkers(const CEditorLineMarkerArray& markers)
@@ -199,7 +207,7 @@ void TextModel::InitMarkers(const CEditorLineMarkerArray& markers)
     m_markers.Clear();
     for (int i = 0; i < markers.GetSize(); ++i)
         m_markers.Add(*markers[i]);
-    ArrangeMarkers();
+    MarkersChanged();
 }
 
 void TextModel::CopyMarkersWithin(const CEditorLineMarkerArray& markers, CTextPos from, CTextPos to)
@@ -221,17 +229,32 @@ void TextModel::CopyMarkersWithin(const CEditorLineMarkerArray& markers, CTextPo
         if (IsBeforeL(marker.start, to) && IsBeforeL(from, marker.end))
             m_markers.Add(CEditorLineMarker(clip(marker.start), clip(marker.end), marker.kind));
     }
-    ArrangeMarkers();
+    MarkersChanged();
 }
 
 void TextModel::SetMarkerHistorySize(int count)
 {
     m_markers.SetUsedCount(count);
-    ArrangeMarkers();
+    MarkersChanged();
 }
 
-void TextModel::ArrangeMarkers()
+const CEditorLineMarkerArray& TextModel::GetMarkers() const
 {
+    if (m_arrangeLater)
+        ArrangeMarkers();
+    return m_arranged;
+}
+
+void TextModel::MarkersChanged()
+{
+    m_arrangeLater = true;
+    if (!m_history.IsInGroup())
+        ArrangeMarkers();
+}
+
+void TextModel::ArrangeMarkers() const
+{
+    m_arrangeLater = true; // should memory run out
     ClearLineMarkerArray(m_arranged);
     if (m_markers.GetUsedCount() > 0) {
         GuardMemory([&] {
@@ -244,6 +267,7 @@ void TextModel::ArrangeMarkers()
             }
         });
     }
+    m_arrangeLater = false;
     UpdateMarkerViews();
 }
 
@@ -266,9 +290,9 @@ void TextModel::TextChanged(const TextChange& change)
 {
     m_modified = true;
     m_markerModified = true;
-    if (m_markers.GetCount() > 0) {
+    if (m_markers.GetCount() > 0 || !m_arranged.IsEmpty()) {
         m_markers.Move(change);
-        ArrangeMarkers();
+        MarkersChanged();
     }
     if (m_listener)
         m_listener(change);
@@ -319,12 +343,8 @@ void TextModel::Apply(ChangeRecord& change, bool undo, CTextPos& caret)
     m_document.ToCharTop(caret);
 }
 
-void TextModel::UpdateMarkerViews()
+void TextModel::UpdateMarkerViews() const
 {
-    for (int i = 0; i < m_markers.GetCount(); ++i) {
-        m_document.L2PByteIndex(m_markers.GetAt(i).start);
-        m_document.L2PByteIndex(m_markers.GetAt(i).end);
-    }
     for (int i = 0; i < m_arranged.GetSize(); ++i) {
         m_document.L2PByteIndex(m_arranged[i]->start);
         m_document.L2PByteIndex(m_arranged[i]->end);
@@ -344,7 +364,7 @@ void TextModel::ShiftLines(int lines)
                 pos->line = static_cast<int>(std::min<INT64>(line, INT_MAX));
         }
     }
-    ArrangeMarkers();
+    MarkersChanged();
 }
 
 } // namespace tlvn

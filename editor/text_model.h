@@ -105,10 +105,11 @@ public:
     // Marks in force, from the first on; the others stay to be redone.
     int GetMarkerHistorySize() const { return m_markers.GetUsedCount(); }
     void SetMarkerHistorySize(int count);
-    // Rebuilds the arranged array.
-    void ArrangeMarkers();
+    // Rebuilds the arranged array. So does every change of marks or text, or, within a group, the
+    // first GetMarkers behind it.
+    void ArrangeMarkers() const;
     // What shows: in text order, not overlapping; both forms set.
-    const CEditorLineMarkerArray& GetMarkers() const { return m_arranged; }
+    const CEditorLineMarkerArray& GetMarkers() const;
 
 private:
     CTextPos Insert(const CTextPos& at, const char* text, int length);
@@ -116,16 +117,31 @@ private:
     void TextChanged(const TextChange& change);
     CTextPos FillUpTo(const CTextPos& at, CBuffer& filling) const;
     void Apply(ChangeRecord& change, bool undo, CTextPos& caret);
-    void UpdateMarkerViews();
+    void AddMarker(const CEditorLineMarker& marker);
+    void MarkersChanged();
+    void UpdateMarkerViews() const;
     void ShiftLines(int lines);
 
     Document m_document;
     ChangeHistory m_history;
     MarkerHistory m_markers;
-    CEditorLineMarkerArray m_arranged;
+    mutable CEditorLineMarkerArray m_arranged;
+    mutable bool m_arrangeLater = false;
     ChangeListener m_listener;
     bool m_modified = false;
     bool m_markerModified = false;
+};
+
+// All changes of a scope are undone in one step.
+class ChangeGroup {
+public:
+    explicit ChangeGroup(TextModel& model) : m_model(model) { m_model.BeginGroup(); }
+    ~ChangeGroup() { m_model.EndGroup(); }
+    ChangeGroup(const ChangeGroup&) = delete;
+    ChangeGroup& operator=(const ChangeGroup&) = delete;
+
+private:
+    TextModel& m_model;
 };
 
 } // namespace tlvn

@@ -161,6 +161,9 @@ TEST_F(EditorWnd, MarksTheSelectionOfTheBodyOnly)
     editor.SelectText(CTextPos(1, 2), CTextPos(1, 3), 1, 0);
     editor.ClearLineMarker(1);
     EXPECT_EQ(editor.GetLineMarkerArray().GetSize(), 2);
+    editor.SetMarkerModified(0);
+    editor.ClearLineMarker(0);
+    EXPECT_EQ(editor.IsMarkerModified(), 1);
 }
 
 TEST_F(EditorWnd, ReplacesTabsByBlanksInOneStep)
@@ -175,6 +178,12 @@ TEST_F(EditorWnd, ReplacesTabsByBlanksInOneStep)
     EXPECT_EQ(editor.Undo(), 1);
     EXPECT_EQ(Text(), before);
     EXPECT_EQ(editor.Undo(), 0);
+    editor.DrawLineMarker(1, CTextPos(0, 2), CTextPos(0, 3)); // the "b" keeps its mark
+    editor.Tab2SpaceAll();
+    EXPECT_EQ(Text(), "a   b   c\r\nno tab\r\n    \x82\xA0  ");
+    ASSERT_EQ(editor.GetLineMarkerArray().GetSize(), 1);
+    EXPECT_EQ(editor.GetLineMarkerArray()[0]->start.logicalByte, 4);
+    EXPECT_EQ(editor.GetLineMarkerArray()[0]->end.logicalByte, 5);
 }
 
 TEST_F(EditorWnd, ConvertsBetweenCodeTypes)

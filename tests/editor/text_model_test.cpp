@@ -97,7 +97,11 @@ TEST(TextModel, MovesMarkersWithTheText)
     model.InsertText(CTextPos(1, 0), "\n12", 3);
     model.DeleteText(CTextPos(0, 4), CTextPos(2, 1));
     model.InsertHeader("", 0);
+    model.TextInserted(INT_MIN, 0, INT_MAX, 0);
+    model.TextDeleted(INT_MIN, 0, INT_MAX - 1, 0);
     EXPECT_EQ(Markers(model).back(), ']');
+    model.EraseAllMarkers();
+    EXPECT_EQ(Markers(model), "");
 }
 
 // Later marks lie over earlier ones and cut them; erasing is a mark, too; each is undone.

@@ -200,13 +200,25 @@ public:
     {
         State state = Now();
         const tlvn::TextCode code(Doc().GetCodeType());
-        CBuffer spaced;
-        int tabs = 0;
+        bool changed = false;
         for (std::string& line : state.lines) {
-            tabs += tlvn::Tab2Space(code, line.data(), Length(line), TabColumn(), spaced);
-            line.assign(spaced, static_cast<std::size_t>(spaced.GetLength()));
+            std::string spaced;
+            int column = 0;
+            const char* const end = line.data() + line.size();
+            for (const char* p = line.data(); p < end;) {
+                const char* const at = p;
+                const bool isTab = code.Next(p, end) == '\t';
+                const std::string character(at, p);
+                const int next =
+                    tlvn::CountColumns(code, at, Length(character), TabColumn(), column);
+                spaced += isTab ? Units(std::string(static_cast<std::size_t>(next - column), ' '))
+                                : character;
+                changed = changed || isTab;
+                column = next;
+            }
+            line = spaced;
         }
-        AddState(state, tabs > 0);
+        AddState(state, changed);
     }
     // A mark is a step, too, though it leaves the text alone.
     void MarkSelection()
