@@ -200,15 +200,18 @@ public:
     void ToLogicalLineHome(CTextPos& pos) const { GetDoc().ToLogicalLineHome(pos); }
     void ToLogicalLineEnd(CTextPos& pos) const { GetDoc().ToLogicalLineEnd(pos); }
     int ToNextLogicalLine(CTextPos& pos) const { return GetDoc().ToNextLogicalLine(pos); }
-    void ToPhysicalLineHome(CTextPos& pos) const { GetDoc().ToPhysicalLineHome(pos); }
-    void ToPhysicalLineEnd(CTextPos& pos) const { GetDoc().ToPhysicalLineEnd(pos); }
-    int ToNextPhysicalLine(CTextPos& pos) const { return GetDoc().ToNextPhysicalLine(pos); }
-    int ToNextChar(CTextPos& pos) const { return GetDoc().ToNextChar(pos); }
-    void ToWordTop(CTextPos& pos) const { GetDoc().ToWordTop(pos); }
-    int ToNextWordTop(CTextPos& pos) const { return GetDoc().ToNextWordTop(pos); }
-    int ToNextTextIfFree(CTextPos& pos) const { return GetDoc().ToNextTextIfFree(pos); }
+    void ToPhysicalLineHome(CTextPos& pos) const { GetDoc().ToPhysicalLineHome(Complete(pos)); }
+    void ToPhysicalLineEnd(CTextPos& pos) const { GetDoc().ToPhysicalLineEnd(Complete(pos)); }
+    int ToNextPhysicalLine(CTextPos& pos) const
+    {
+        return GetDoc().ToNextPhysicalLine(Complete(pos));
+    }
+    int ToNextChar(CTextPos& pos) const { return GetDoc().ToNextChar(Complete(pos)); }
+    void ToWordTop(CTextPos& pos) const { GetDoc().ToWordTop(Complete(pos)); }
+    int ToNextWordTop(CTextPos& pos) const { return GetDoc().ToNextWordTop(Complete(pos)); }
+    int ToNextTextIfFree(CTextPos& pos) const { return GetDoc().ToNextTextIfFree(Complete(pos)); }
     void GetDocEnd(CTextPos& pos) const { pos = GetDoc().GetDocEnd(); }
-    void MoveTextPos(CTextPos& pos, int count) const { GetDoc().MoveTextPos(pos, count); }
+    void MoveTextPos(CTextPos& pos, int count) const { GetDoc().MoveTextPos(Complete(pos), count); }
 
     // --- selection (editor_wnd_selection.cpp) --------------------------------------------------
     // Selects between two positions (logical forms): `anchor` stays when the selection is
@@ -512,6 +515,7 @@ private:
     // With the free cursor there are lines behind the last; numbers stay far from overflowing.
     static constexpr int kLastFreeLine = INT_MAX / 4;
 
+    CTextPos& Complete(CTextPos& pos) const { return pos = GetDoc().Completed(pos); }
     bool HasWindow() const { return m_hWnd != nullptr; }
     void Notify(EditorNotify what);
 

@@ -366,7 +366,7 @@ int CEditorWnd::CursorPoint2TextPos(CPoint point, int nearest, CTextPos& pos) co
 int CEditorWnd::GetBytePAtX(int x, int nearest, CTextPos& pos) const
 {
     const bool free = m_metrics.GetFreeCursor() != 0;
-    pos.line = std::max(pos.line, 0);
+    pos.line = std::max(Complete(pos).line, 0);
     pos.byte = 0;
     const auto behindText = [&](int width) {
         const INT64 beyond = INT64{x} - width + (nearest != 0 ? m_charWidth / 2 : 0);

@@ -126,6 +126,12 @@ TEST_F(EditorWnd, TakesPositionsOfEitherForm)
         CPoint point;
         editor.TextPos2Point(pos, point);
         EXPECT_EQ(point, editor.GetCaretPoint());
+        CTextPos moved = pos;
+        editor.ToNextChar(moved);
+        EXPECT_EQ(moved.logicalByte, 13);
+        moved = pos;
+        editor.ToPhysicalLineHome(moved);
+        EXPECT_EQ(moved.logicalByte, 10);
         editor.SelectText(CTextPos(), pos, 0, 0);
         EXPECT_EQ(Selected(), "0123456789ab");
         CBuffer text;
