@@ -1,45 +1,33 @@
 #include "framework/file.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/temp_folder.h"
+#include "tests/support/test.h"
 
 namespace {
 
-class FileTest : public testing::Test {
+class CFileTest : public testing::Test {
 protected:
-    FileTest() : m_folder(tlvn::GetTempFolder().c_str())
-    {
-        m_path = m_folder + "tlvn_cfile_test.first.dat";
-        tlvn::RemoveFile(m_path);
-    }
-    ~FileTest() override { tlvn::RemoveFile(m_path); }
-
-    void WriteWhole(const char* text)
-    {
-        CFile file(m_path, CFile::modeCreate | CFile::modeWrite);
-        file.Write(text, static_cast<UINT>(std::string(text).size()));
-    }
-
-    CString m_folder;
-    CString m_path;
+    const TempFolder m_folder;
+    const CString m_path = m_folder.Path("tlvn.first.dat").c_str();
+    const CString m_missing = m_folder.Path("missing").c_str();
 };
 
-// The cause of the exception that `work` throws, or none.
+// The cause of the exception that `work` throws, or none; the file it names, in `name`.
 template <class Work>
-int CauseThrownBy(Work work)
+int CauseThrownBy(Work work, CString& name)
 {
     try {
         work();
     } catch (CFileException* e) {
         const int cause = e->m_cause;
+        name = e->m_strFileName;
         e->Delete();
         return cause;
     }
     return CFileException::none;
 }
 
-TEST_F(FileTest, WritesReadsAndSeeks)
+TEST_F(CFileTest, WritesReadsAndSeeks)
 {
     CFile file(m_path, CFile::modeCreate | CFile::modeReadWrite | CFile::shareExclusive);
     file.Write("0123456789", 10);
@@ -52,110 +40,92 @@ TEST_F(FileTest, WritesReadsAndSeeks)
     EXPECT_EQ(file.Seek(2, CFile::begin), 2u);
     EXPECT_EQ(file.Seek(3, CFile::current), 5u);
     file.SetLength(3);
-    EXPECT_EQ(file.SeekToEnd(), 3u);
-    EXPECT_EQ(file.GetLength(), 3u);
-    file.Flush();
-    EXPECT_STREQ(file.GetFileName(), "tlvn_cfile_test.first.dat");
-    EXPECT_STREQ(file.GetFileTitle(), "tlvn_cfile_test.first");
+    file.Write("x", 1); // behind the new end
+    EXPECT_EQ(file.Seek(5'000'000'000, CFile::begin), 5'000'000'000);
+    EXPECT_EQ(file.GetLength(), 4u);
+    EXPECT_STREQ(file.GetFileName(), "tlvn.first.dat");
+    EXPECT_STREQ(file.GetFileTitle(), "tlvn.first");
     EXPECT_STREQ(file.GetFilePath(), m_path);
     file.Close();
+    EXPECT_EQ(m_folder.Read("tlvn.first.dat"), "012x");
     EXPECT_FALSE(file.IsOpen());
     EXPECT_STREQ(file.GetFilePath(), "");
     file.Close(); // nothing to close
-    EXPECT_EQ(CauseThrownBy([&] { file.GetLength(); }), CFileException::invalidFile);
+    CString name;
+    EXPECT_EQ(CauseThrownBy([&] { file.GetLength(); }, name), CFileException::invalidFile);
 }
 
 // Each failure with its cause; the file's name goes into the exception.
-TEST_F(FileTest, Causes)
+TEST_F(CFileTest, Causes)
 {
-    WriteWhole("x");
-    CFile held(m_path, CFile::modeRead | CFile::shareDenyWrite);
-    const struct {
-        CString path;
-        UINT flags;
-        int cause;
-    } cases[] = {
-        {m_folder + "tlvn_no_such_file", CFile::modeRead, CFileException::fileNotFound},
-        {m_folder + "tlvn_no_such_folder/x", CFile::modeRead, CFileException::badPath},
+    m_folder.Write("tlvn.first.dat", "content");
+    CFile held(CStringW(m_path), CFile::modeRead | CFile::shareDenyWrite);
+    const CString folder = m_folder.Path().c_str();
+    const std::tuple<CString, UINT, int> cases[] = {
+        {m_missing, CFile::modeRead, CFileException::fileNotFound},
+        {m_missing + "/x", CFile::modeRead, CFileException::badPath},
+        {m_path + "/x", CFile::modeRead, CFileException::badPath}, // a file for a folder
         {"", CFile::modeRead, CFileException::badPath},
-        {m_folder + ".", CFile::modeWrite, CFileException::accessDenied},
+        {folder, CFile::modeRead, CFileException::accessDenied},
+        {folder, CFile::modeWrite, CFileException::accessDenied},
         {m_path, CFile::modeWrite | CFile::shareDenyNone, CFileException::sharingViolation},
         {m_path, CFile::modeRead | CFile::shareDenyRead, CFileException::sharingViolation},
         {m_path, CFile::modeRead, CFileException::sharingViolation}, // shareCompat excludes
         {m_path, CFile::modeRead | CFile::shareDenyWrite, CFileException::none},
     };
-    for (const auto& c : cases) {
+    CString name;
+    for (const auto& [path, flags, cause] : cases) {
         CFile file;
         CFileException error;
-        EXPECT_EQ(file.Open(c.path, c.flags, &error), c.cause == CFileException::none) << c.path;
-        EXPECT_EQ(error.m_cause, c.cause) << c.path;
-        if (c.cause == CFileException::none)
-            continue;
-        EXPECT_EQ(error.m_strFileName, c.path);
-        EXPECT_FALSE(file.Open(c.path, c.flags));
-        try {
-            const CFile thrown(c.path, c.flags);
-            ADD_FAILURE() << "nothing thrown for " << c.path;
-        } catch (CFileException* e) {
-            EXPECT_EQ(e->m_cause, c.cause);
-            e->Delete();
-        }
+        const bool opens = cause == CFileException::none;
+        EXPECT_EQ(file.Open(path, flags, &error), opens) << path;
+        EXPECT_EQ(error.m_cause, cause) << path;
+        EXPECT_EQ(error.m_strFileName, opens ? "" : path);
+        EXPECT_EQ(file.Open(path, flags), opens);
+        file.Close();
+        name.Empty();
+        EXPECT_EQ(CauseThrownBy([&] { CFile(path, flags); }, name), cause) << path;
+        EXPECT_EQ(name, opens ? "" : path);
     }
-    try {
-        held.Write("x", 1);
-        ADD_FAILURE() << "written to a file opened for reading";
-    } catch (CFileException* e) {
-        EXPECT_EQ(e->m_cause, CFileException::accessDenied);
-        EXPECT_EQ(e->m_strFileName, m_path);
-        e->Delete();
-    }
-    EXPECT_EQ(CauseThrownBy([&] { held.Seek(-1, CFile::begin); }), CFileException::badSeek);
+    EXPECT_EQ(CauseThrownBy([&] { held.Write("x", 1); }, name), CFileException::accessDenied);
+    EXPECT_EQ(name, m_path);
+    EXPECT_EQ(CauseThrownBy([&] { held.Seek(-1, CFile::begin); }, name), CFileException::badSeek);
     EXPECT_THROW(held.Seek(0, 3), CInvalidArgException*);
 }
 
-TEST_F(FileTest, CreationFlags)
+TEST_F(CFileTest, CreationFlagsAndStatus)
 {
-    WriteWhole("content");
+    m_folder.Write("tlvn.first.dat", "content");
+    CFileStatus status;
     {
-        CFile file(m_path, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeRead);
-        EXPECT_EQ(file.GetLength(), 7u);
+        const CFile file(m_path, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeRead);
+        EXPECT_TRUE(file.GetStatus(status));
     }
+    EXPECT_EQ(status.m_size, 7u);
+    EXPECT_EQ(status.m_attribute & (CFile::directory | CFile::readOnly), 0);
+    EXPECT_STREQ(status.m_szFullName, m_path);
+    EXPECT_TRUE(CFile::GetStatus(m_folder.Path().c_str(), status));
+    EXPECT_EQ(status.m_attribute & CFile::directory, CFile::directory);
+    EXPECT_FALSE(CFile::GetStatus(m_missing, status));
+
     CFile file(m_path, CFile::modeCreate | CFile::modeWrite);
     EXPECT_EQ(file.GetLength(), 0u);
     // Opening again closes what was open: the first opening no longer excludes.
     EXPECT_TRUE(file.Open(m_path, CFile::modeRead));
 }
 
-// The destructor closes; a wide path finds the same file.
-TEST_F(FileTest, WidePathsAndStatus)
+TEST_F(CFileTest, RenameAndRemove)
 {
-    WriteWhole("content");
-    {
-        const CFile first(CStringW(m_path), CFile::modeReadWrite);
-        EXPECT_TRUE(first.IsOpen());
-    }
-    CFile file(CStringW(m_path), CFile::modeRead | CFile::shareDenyNone);
-    CFileStatus status;
-    EXPECT_TRUE(file.GetStatus(status));
-    EXPECT_EQ(status.m_size, 7u);
-    EXPECT_EQ(status.m_attribute & (CFile::directory | CFile::readOnly), 0);
-    EXPECT_STREQ(status.m_szFullName, m_path);
-    EXPECT_TRUE(CFile::GetStatus(m_folder + ".", status));
-    EXPECT_EQ(status.m_attribute & CFile::directory, CFile::directory);
-    EXPECT_FALSE(CFile::GetStatus(m_folder + "tlvn_no_such_file", status));
-}
-
-TEST_F(FileTest, RenameAndRemove)
-{
-    const CString other = m_path + ".renamed";
-    tlvn::RemoveFile(other);
-    WriteWhole("content");
-    CFile::Rename(m_path, other);
-    EXPECT_EQ(CauseThrownBy([&] { CFile::Rename(m_path, other); }), CFileException::fileNotFound);
-    WriteWhole("other");
-    EXPECT_EQ(CauseThrownBy([&] { CFile::Rename(m_path, other); }), CFileException::accessDenied);
-    CFile::Remove(other);
-    EXPECT_EQ(CauseThrownBy([&] { CFile::Remove(other); }), CFileException::fileNotFound);
+    CString name;
+    m_folder.Write("tlvn.first.dat", "content");
+    CFile::Rename(m_path, m_missing);
+    const auto rename = [&] { CFile::Rename(m_path, m_missing); };
+    EXPECT_EQ(CauseThrownBy(rename, name), CFileException::fileNotFound);
+    m_folder.Write("tlvn.first.dat", "other");
+    EXPECT_EQ(CauseThrownBy(rename, name), CFileException::accessDenied);
+    EXPECT_EQ(m_folder.Read("missing"), "content");
+    CFile::Remove(m_missing);
+    EXPECT_EQ(CauseThrownBy([&] { CFile::Remove(m_missing); }, name), CFileException::fileNotFound);
 }
 
 } // namespace

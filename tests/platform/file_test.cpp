@@ -1,248 +1,105 @@
+// What lies below CFile, whose tests go the common ways of a file.
+
 #include "platform/file.h"
 
-#include "platform/nls.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/temp_folder.h"
+#include "tests/support/test.h"
 
 namespace tlvn {
 namespace {
 
-// A name in the folder for temporary files that nothing else uses; removed at the end.
-class TempPath {
-public:
-    explicit TempPath(const char* name)
-        : m_path(GetTempFolder() + "tlvn_file_test_" +
-                 std::to_string(reinterpret_cast<std::uintptr_t>(this)) + "_" + name)
-    {
-        Remove();
-    }
-    ~TempPath() { Remove(); }
-    TempPath(const TempPath&) = delete;
-    TempPath& operator=(const TempPath&) = delete;
-
-    operator const char*() const { return m_path.c_str(); }
-
-private:
-    void Remove()
-    {
-        SetFileReadOnly(m_path.c_str(), false);
-        RemoveFile(m_path.c_str());
-    }
-
-    std::string m_path;
-};
-
-void WriteWhole(const char* path, const std::string& text)
-{
-    FileHandle file;
-    ASSERT_TRUE(OpenFile(path, kFileWrite, 0, FileCreation::CreateAlways, file));
-    EXPECT_TRUE(WriteToFile(file, text.data(), text.size()));
-    EXPECT_TRUE(CloseFile(file));
-}
-
-std::string ReadWhole(const char* path)
-{
-    FileHandle file;
-    if (!OpenFile(path, kFileRead, 0, FileCreation::OpenExisting, file))
-        return "(cannot be opened)";
-    std::string text(1000, '\0');
-    std::size_t done = 0;
-    EXPECT_TRUE(ReadFromFile(file, text.data(), text.size(), done));
-    EXPECT_TRUE(CloseFile(file));
-    return text.substr(0, done);
-}
-
-FileError OpenAndClose(const char* path, unsigned access, unsigned deny, FileCreation creation)
-{
-    FileHandle file;
-    const FileResult result = OpenFile(path, access, deny, creation, file);
-    if (result)
-        EXPECT_TRUE(CloseFile(file));
-    else
-        EXPECT_EQ(file, kNoFile);
-    return result.error;
-}
-
 constexpr unsigned kBoth = kFileRead | kFileWrite;
 
-// All nine accesses and denials (and none) of two openers against the rule, and a third opener
-// afterwards: nothing may be left of the two when they are closed.
-TEST(File, ShareModesBetweenTwoOpeners)
+class FileTest : public testing::Test {
+protected:
+    FileTest() { folder.Write("file", "content"); }
+
+    FileError OpenAndClose(unsigned access, unsigned deny,
+                           FileCreation creation = FileCreation::OpenExisting)
+    {
+        FileHandle file;
+        const FileResult result = OpenFile(path.c_str(), access, deny, creation, file);
+        EXPECT_EQ(result ? CloseFile(file).error : FileError::None, FileError::None);
+        EXPECT_TRUE(result || file == kNoFile);
+        return result.error;
+    }
+    FileHandle Open(unsigned access, unsigned deny)
+    {
+        FileHandle file;
+        EXPECT_TRUE(OpenFile(path.c_str(), access, deny, FileCreation::OpenExisting, file));
+        return file;
+    }
+
+    const TempFolder folder;
+    const std::string path = folder.Path("file"), other = folder.Path("other");
+};
+
+// All accesses and denials of two openers against the rule, and a third opener afterwards:
+// nothing may be left of the two when they are closed.
+TEST_F(FileTest, ShareModesBetweenTwoOpeners)
 {
-    const TempPath path("share");
-    WriteWhole(path, "content");
-    for (unsigned access1 = kFileRead; access1 <= kBoth; access1++) {
-        for (unsigned deny1 = 0; deny1 <= kBoth; deny1++) {
-            for (unsigned access2 = kFileRead; access2 <= kBoth; access2++) {
-                for (unsigned deny2 = 0; deny2 <= kBoth; deny2++) {
-                    FileHandle first;
-                    ASSERT_TRUE(OpenFile(path, access1, deny1, FileCreation::OpenExisting, first));
-                    const bool allowed = (access2 & deny1) == 0 && (deny2 & access1) == 0;
-                    const FileError expected = allowed ? FileError::None : FileError::Sharing;
-                    EXPECT_EQ(OpenAndClose(path, access2, deny2, FileCreation::OpenExisting),
-                              expected)
-                        << access1 << deny1 << access2 << deny2;
-                    EXPECT_TRUE(CloseFile(first));
-                    EXPECT_EQ(OpenAndClose(path, kBoth, kBoth, FileCreation::OpenExisting),
-                              FileError::None);
-                }
-            }
-        }
+    for (unsigned i = 0; i < 3 * 4 * 3 * 4; ++i) {
+        const unsigned access1 = 1 + i % 3, deny1 = i / 3 % 4;
+        const unsigned access2 = 1 + i / 12 % 3, deny2 = i / 36;
+        const FileHandle first = Open(access1, deny1);
+        const bool allowed = (access2 & deny1) == 0 && (deny2 & access1) == 0;
+        EXPECT_EQ(OpenAndClose(access2, deny2), allowed ? FileError::None : FileError::Sharing)
+            << access1 << deny1 << access2 << deny2;
+        EXPECT_TRUE(CloseFile(first));
+        EXPECT_EQ(OpenAndClose(kBoth, kBoth), FileError::None);
     }
 }
 
-// The facts of several openers add up, and one that leaves takes only its own.
-TEST(File, ShareModesOfSeveralOpeners)
+// The facts of several openers add up, and one that leaves takes only its own. Who is refused
+// must not have emptied the file.
+TEST_F(FileTest, ShareModesOfSeveralOpeners)
 {
-    const TempPath path("several");
-    WriteWhole(path, "content");
-    FileHandle reader1, reader2;
-    ASSERT_TRUE(OpenFile(path, kFileRead, 0, FileCreation::OpenExisting, reader1));
-    ASSERT_TRUE(OpenFile(path, kFileRead, kFileWrite, FileCreation::OpenExisting, reader2));
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::OpenExisting), FileError::Sharing);
+    const FileHandle reader1 = Open(kFileRead, 0);
+    const FileHandle reader2 = Open(kFileRead, kFileWrite);
+    EXPECT_EQ(OpenAndClose(kFileWrite, 0, FileCreation::CreateAlways), FileError::Sharing);
+    EXPECT_EQ(folder.Read("file"), "content");
     EXPECT_TRUE(CloseFile(reader2));
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::OpenExisting), FileError::None);
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, kFileRead, FileCreation::OpenExisting),
-              FileError::Sharing);
+    EXPECT_EQ(OpenAndClose(kFileWrite, 0), FileError::None);
+    EXPECT_EQ(OpenAndClose(kFileWrite, kFileRead), FileError::Sharing);
     EXPECT_TRUE(CloseFile(reader1));
 }
 
-// Fails when the file is emptied before it is known that it may be opened.
-TEST(File, ARefusedOpenerDoesNotEmptyTheFile)
-{
-    const TempPath path("refused");
-    WriteWhole(path, "content");
-    FileHandle reader;
-    ASSERT_TRUE(OpenFile(path, kFileRead, kFileWrite, FileCreation::OpenExisting, reader));
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::CreateAlways), FileError::Sharing);
-    EXPECT_TRUE(CloseFile(reader));
-    EXPECT_EQ(ReadWhole(path), "content");
-}
-
-TEST(File, Creation)
-{
-    const TempPath path("creation");
-    EXPECT_EQ(OpenAndClose(path, kFileRead, 0, FileCreation::OpenExisting), FileError::NotFound);
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::CreateNew), FileError::None);
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::CreateNew), FileError::AlreadyExists);
-    WriteWhole(path, "content");
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::OpenAlways), FileError::None);
-    EXPECT_EQ(ReadWhole(path), "content");
-    EXPECT_EQ(OpenAndClose(path, kFileWrite, 0, FileCreation::CreateAlways), FileError::None);
-    EXPECT_EQ(ReadWhole(path), "");
-}
-
-TEST(File, FailuresOfPaths)
-{
-    const TempPath path("failures");
-    WriteWhole(path, "content");
-    const std::string inMissingFolder = std::string(path) + "_missing/x";
-    const struct {
-        std::string path;
-        unsigned access;
-        FileError expected;
-    } cases[] = {
-        {"", kFileRead, FileError::BadPath},
-        {std::string(path) + "_missing", kFileRead, FileError::NotFound},
-        {inMissingFolder, kFileRead, FileError::BadPath},
-        {std::string(path) + "/x", kFileRead, FileError::BadPath}, // a file for a folder
-        {GetTempFolder() + ".", kFileRead, FileError::AccessDenied},
-        {GetTempFolder() + ".", kFileWrite, FileError::AccessDenied},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(OpenAndClose(c.path.c_str(), c.access, 0, FileCreation::OpenExisting), c.expected)
-            << c.path;
-    FileHandle file;
-    EXPECT_FALSE(OpenFile(static_cast<const char*>(nullptr), kFileRead, 0,
-                          FileCreation::OpenExisting, file));
-    EXPECT_FALSE(OpenFile(static_cast<const WCHAR*>(nullptr), kFileRead, 0,
-                          FileCreation::OpenExisting, file));
-}
-
 // What was not asked for is refused although the system's own handle might allow it.
-TEST(File, AccessIsLimitedToWhatWasAskedFor)
+TEST_F(FileTest, AccessIsLimitedToWhatWasAskedFor)
 {
-    const TempPath path("access");
-    WriteWhole(path, "content");
     char byte = 'x';
     std::size_t done;
-    FileHandle file;
-    ASSERT_TRUE(OpenFile(path, kFileWrite, 0, FileCreation::OpenExisting, file));
-    EXPECT_EQ(ReadFromFile(file, &byte, 1, done).error, FileError::AccessDenied);
-    EXPECT_TRUE(CloseFile(file));
-    ASSERT_TRUE(OpenFile(path, kFileRead, 0, FileCreation::OpenExisting, file));
-    EXPECT_EQ(WriteToFile(file, &byte, 1).error, FileError::AccessDenied);
-    EXPECT_FALSE(SetFileSize(file, 0));
-    EXPECT_TRUE(FlushFile(file));
-    EXPECT_TRUE(CloseFile(file));
+    const FileHandle writer = Open(kFileWrite, 0);
+    EXPECT_EQ(ReadFromFile(writer, &byte, 1, done).error, FileError::AccessDenied);
+    EXPECT_TRUE(CloseFile(writer));
+    const FileHandle reader = Open(kFileRead, 0);
+    EXPECT_FALSE(SetFileSize(reader, 0));
+    EXPECT_TRUE(FlushFile(reader));
+    EXPECT_TRUE(CloseFile(reader));
     EXPECT_EQ(ReadFromFile(kNoFile, &byte, 1, done).error, FileError::InvalidHandle);
     EXPECT_EQ(WriteToFile(kNoFile, &byte, 1).error, FileError::InvalidHandle);
+    FileHandle none;
+    EXPECT_FALSE(OpenFile(static_cast<const char*>(nullptr), kFileRead, 0,
+                          FileCreation::OpenExisting, none));
+    EXPECT_EQ(OpenAndClose(kFileWrite, 0, FileCreation::CreateNew), FileError::AlreadyExists);
 }
 
-TEST(File, PositionAndSize)
+TEST_F(FileTest, ReplacingAndInformation)
 {
-    const TempPath path("position");
-    FileHandle file;
-    INT64 position = -1;
-    INT64 size = -1;
-    ASSERT_TRUE(OpenFile(path, kBoth, 0, FileCreation::CreateAlways, file));
-    EXPECT_TRUE(WriteToFile(file, "0123456789", 10));
-    EXPECT_TRUE(SeekFile(file, -3, SeekFrom::End, position));
-    EXPECT_EQ(position, 7);
-    EXPECT_EQ(SeekFile(file, -1, SeekFrom::Begin, position).error, FileError::BadSeek);
-    EXPECT_TRUE(SeekFile(file, 0, SeekFrom::Current, position));
-    EXPECT_EQ(position, 7);
-    EXPECT_TRUE(SetFileSize(file, 4));
-    EXPECT_TRUE(WriteToFile(file, "x", 1));
-    EXPECT_TRUE(SeekFile(file, 5'000'000'000, SeekFrom::Begin, position));
-    EXPECT_TRUE(GetFileSize(file, size));
-    EXPECT_EQ(size, 5);
-    EXPECT_TRUE(FlushFile(file));
-    EXPECT_TRUE(CloseFile(file));
-    EXPECT_EQ(ReadWhole(path), "0123x");
-}
-
-TEST(File, RenameReplaceAndInformation)
-{
-    const TempPath a("a");
-    const TempPath b("b");
-    WriteWhole(a, "a");
-    WriteWhole(b, "bb");
-    EXPECT_EQ(RenameFile(a, b).error, FileError::AlreadyExists);
-    EXPECT_EQ(ReadWhole(b), "bb");
-    EXPECT_TRUE(ReplaceFileWith(a, b));
-    EXPECT_EQ(ReadWhole(b), "a");
-    EXPECT_EQ(ReplaceFileWith(a, b).error, FileError::NotFound);
-    EXPECT_EQ(RenameFile(a, b).error, FileError::NotFound);
-    EXPECT_EQ(RemoveFile(a).error, FileError::NotFound);
-    EXPECT_TRUE(RenameFile(b, a));
-    EXPECT_EQ(ReadWhole(a), "a");
+    folder.Write("other", "bb");
+    EXPECT_TRUE(ReplaceFileWith(other.c_str(), path.c_str()));
+    EXPECT_EQ(folder.Read("file"), "bb");
+    EXPECT_EQ(ReplaceFileWith(other.c_str(), path.c_str()).error, FileError::NotFound);
 
     FileInfo info;
-    ASSERT_TRUE(GetFileInfo(a, info));
-    EXPECT_EQ(info.size, 1);
-    EXPECT_FALSE(info.directory || info.readOnly);
+    for (const bool readOnly : {true, false}) {
+        EXPECT_TRUE(SetFileReadOnly(path.c_str(), readOnly));
+        ASSERT_TRUE(GetFileInfo(path.c_str(), info));
+        EXPECT_EQ(info.readOnly, readOnly);
+    }
     EXPECT_GT(info.modified, 1'700'000'000);
-    EXPECT_TRUE(SetFileReadOnly(a, true));
-    ASSERT_TRUE(GetFileInfo(a, info));
-    EXPECT_TRUE(info.readOnly);
-    EXPECT_EQ(GetFileInfo(b, info).error, FileError::NotFound);
-    ASSERT_TRUE(GetFileInfo((GetTempFolder() + ".").c_str(), info));
-    EXPECT_TRUE(info.directory);
-}
+    EXPECT_EQ(GetFileInfo(other.c_str(), info).error, FileError::NotFound);
 
-TEST(File, WidePathsAndFullPaths)
-{
-    const TempPath path("wide");
-    WriteWhole(path, "content");
-    const WString wide(path.operator const char*(),
-                       path.operator const char*() + std::string(path).size());
-    FileHandle file;
-    ASSERT_TRUE(OpenFile(wide.c_str(), kFileRead, 0, FileCreation::OpenExisting, file));
-    EXPECT_TRUE(CloseFile(file));
-    EXPECT_EQ(GetFullPath(path), std::string(path));
     const std::string full = GetFullPath("name");
     EXPECT_GT(full.size(), 5u);
     EXPECT_TRUE(IsPathSeparator(full[full.size() - 5]));

@@ -1,11 +1,8 @@
-// Character properties, collation, date texts and the string table.
+// Character properties and collation.
 
-#include "platform/clock.h"
 #include "platform/multibyte.h"
 #include "platform/nls.h"
-#include "platform/string_table.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 namespace tlvn {
 namespace {
@@ -26,14 +23,11 @@ TEST(Services, WhiteSpaceIsThatOfTheTable)
 // long s, dotless i, micro sign, sharp s.
 TEST(Services, CaseOfOneUnit)
 {
-    const struct {
-        WCHAR upper, lower;
-    } pairs[] = {{TW('A'), TW('a')},           {TW('Z'), TW('z')},
-                 {TW('\u00C0'), TW('\u00E0')}, {TW('\u0391'), TW('\u03B1')},
-                 {TW('\u042F'), TW('\u044F')}, {TW('\uFF21'), TW('\uFF41')}};
-    for (const auto& p : pairs) {
-        EXPECT_EQ(ToLowerW(p.upper), p.lower);
-        EXPECT_EQ(ToUpperW(p.lower), p.upper);
+    const WStringView upper = TW("AZ\u00C0\u0391\u042F\uFF21"),
+                      lower = TW("az\u00E0\u03B1\u044F\uFF41");
+    for (std::size_t i = 0; i < upper.size(); ++i) {
+        EXPECT_EQ(ToLowerW(upper[i]), lower[i]);
+        EXPECT_EQ(ToUpperW(lower[i]), upper[i]);
     }
     for (const WCHAR c : TW("[@`{\u212A\u017F\u0131\u00B5\u00DF\u3042\u4E00\uFF71")) {
         EXPECT_EQ(ToLowerW(c), c);
@@ -50,17 +44,13 @@ TEST(Services, DefinedCharacters)
 }
 
 // Collation is not the order of codes: a lower-case letter comes before the next upper-case one.
+// The last fails when keys are compared as signed bytes, or made without the locale's order.
 TEST(Services, CollatesLikeADictionary)
 {
     EXPECT_EQ(CollateTexts("abc", "abc"), 0);
     EXPECT_LT(CollateTexts("a", "B"), 0);
     EXPECT_GT(CollateTexts("b", "A"), 0);
     EXPECT_LT(CollateTexts("", "a"), 0);
-}
-
-// Fails when keys are compared as signed bytes, or made without the locale's order.
-TEST(Services, CollationKeysCompareAsTheTextsDo)
-{
     const WStringView texts[] = {TW(""),       TW("a"),      TW("A"),
                                  TW("B"),      TW("\u3042"), TW("\u30A2"),
                                  TW("\u6F22"), TW("10"),     TW("\u3042\u6F22"),
@@ -76,59 +66,6 @@ TEST(Services, CollationKeysCompareAsTheTextsDo)
                 << NarrowText(a) << ' ' << NarrowText(b);
         }
     }
-}
-
-// One directive in each row; the last fails when quoted letters are formatted.
-TEST(Services, DatePictures)
-{
-    std::tm fields{};
-    fields.tm_year = 105;
-    fields.tm_mon = 1;
-    fields.tm_mday = 3;
-    fields.tm_hour = 4;
-    fields.tm_min = 5;
-    fields.tm_sec = 6;
-    fields.tm_isdst = -1;
-    const INT64 time = FromLocalTime(fields);
-    const struct {
-        const WCHAR* picture;
-        const WCHAR* expected;
-    } dates[] = {
-        {TW("yyyy/MM/dd"), TW("2005/02/03")}, {TW("d.M.yy"), TW("3.2.05")}, {TW("dd"), TW("03")},
-        {TW("yyyy-MM"), TW("2005-02")},       {TW("'d''M'd"), TW("d'M3")},
-    };
-    const struct {
-        const WCHAR* picture;
-        const WCHAR* expected;
-    } times[] = {
-        {TW("HH:mm:ss"), TW("04:05:06")},
-        {TW("H:m:s"), TW("4:5:6")},
-        {TW("hh'h'mm"), TW("04h05")},
-    };
-    for (const auto& d : dates) {
-        WString text;
-        EXPECT_TRUE(FormatLocalDate(time, d.picture, text));
-        EXPECT_EQ(text, d.expected);
-    }
-    for (const auto& t : times) {
-        WString text;
-        EXPECT_TRUE(FormatLocalTime(time, t.picture, text));
-        EXPECT_EQ(text, t.expected);
-    }
-    WString text;
-    EXPECT_TRUE(FormatLocalDate(time, nullptr, text));
-    EXPECT_NE(text.find(TW('3')), WString::npos);
-    EXPECT_TRUE(FormatLocalTime(time, nullptr, text));
-    EXPECT_NE(text.find(TW('5')), WString::npos);
-    EXPECT_FALSE(FormatLocalDate(INT64_MAX, nullptr, text));
-}
-
-TEST(Services, MessagesByNumber)
-{
-    EXPECT_EQ(FindMessage(112), TW("%s \u304C\u898B\u3064\u304B\u308A\u307E\u305B\u3093\u3002"));
-    EXPECT_FALSE(FindMessage(3100).empty());
-    EXPECT_TRUE(FindMessage(0).empty());
-    EXPECT_TRUE(FindMessage(65535).empty());
 }
 
 } // namespace
