@@ -18,4 +18,14 @@
         }                                                                                          \
     } while (false)
 
+// What a target that is told its fault by a text returns; ends the program unless the text is
+// empty, or null.
+inline int FuzzResult(const char* fault)
+{
+    if (fault != nullptr && *fault != '\0')
+        std::fprintf(stderr, "%s\n", fault);
+    FUZZ_CHECK(fault == nullptr || *fault == '\0');
+    return 0;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

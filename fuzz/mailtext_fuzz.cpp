@@ -9,6 +9,7 @@
 #include "mailtext/imap_utf7.h"
 #include "mailtext/quoted_printable.h"
 #include "mailtext/uuencode.h"
+#include "tests/support/text.h"
 
 #include <algorithm>
 #include <string>
@@ -16,11 +17,6 @@
 #include <vector>
 
 namespace {
-
-std::string_view View(const CBuffer& buffer)
-{
-    return {buffer, static_cast<std::size_t>(buffer.GetLength())};
-}
 
 // The longest line, its line end not counted.
 std::size_t LongestLine(std::string_view text)
@@ -43,13 +39,13 @@ void CheckHex(const std::string& terminated)
         EncodeHex(text.c_str(), encodeAll, encoded);
         FUZZ_CHECK(encoded.GetLength() <= static_cast<int>(text.size()) * 3);
         DecodeHex(encoded, back);
-        FUZZ_CHECK(View(back) == text);
+        FUZZ_CHECK(Text(back) == text);
     }
     EncodeUrlEncode(text.c_str(), encoded);
     std::string query(encoded);
     std::replace(query.begin(), query.end(), '+', ' ');
     DecodeHex(query.c_str(), back);
-    FUZZ_CHECK(View(back) == text);
+    FUZZ_CHECK(Text(back) == text);
     DecodeHex(text.c_str(), back);
     FUZZ_CHECK(back.GetLength() <= static_cast<int>(text.size()));
 }
@@ -68,7 +64,7 @@ void CheckImap(std::string_view bytes)
     EncodeImap4UTF7(units.data(), count, text);
     FUZZ_CHECK(DecodeImap4UTF7(text, text.GetLength(), back) == 1);
     FUZZ_CHECK(back == name);
-    for (const char c : View(text))
+    for (const char c : Text(text))
         FUZZ_CHECK(c >= 0x20 && c <= 0x7E);
     EncodeImap4Base64(units.data(), count, text);
     DecodeImap4Base64(text, back);
@@ -92,18 +88,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     EncodeBase64(data, len, lineLen, text);
     DecodeBase64(text, back);
-    FUZZ_CHECK(View(back) == bytes);
+    FUZZ_CHECK(Text(back) == bytes);
     if (lineLen > 0)
-        FUZZ_CHECK(LongestLine(View(text)) <= static_cast<std::size_t>(lineLen));
+        FUZZ_CHECK(LongestLine(Text(text)) <= static_cast<std::size_t>(lineLen));
 
     EncodeQuotedPrintable(data, len, 0, text);
     DecodeQuotedPrintable(text, back);
-    FUZZ_CHECK(View(back) == bytes);
-    FUZZ_CHECK(LongestLine(View(text)) <= 76);
+    FUZZ_CHECK(Text(back) == bytes);
+    FUZZ_CHECK(LongestLine(Text(text)) <= 76);
 
     // Line ends are made CR LF: encoding the decoded text again changes nothing.
     EncodeQuotedPrintable(data, len, 1, text);
-    FUZZ_CHECK(LongestLine(View(text)) <= 76);
+    FUZZ_CHECK(LongestLine(Text(text)) <= 76);
     DecodeQuotedPrintable(text, back);
     CBuffer again;
     EncodeQuotedPrintable(reinterpret_cast<const unsigned char*>(back.GetBuffer()),
@@ -112,7 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     EncodeUuencode(nullptr, nullptr, data, len, text);
     FUZZ_CHECK(DecodeUuencode(text, nullptr, nullptr, &back) == 1);
-    FUZZ_CHECK(View(back) == bytes);
+    FUZZ_CHECK(Text(back) == bytes);
 
     const std::string terminated(bytes);
     DecodeBase64(terminated.c_str(), back);
@@ -127,7 +123,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(back.GetLength() <= len + 12);
 
     ExtractBase64Text(terminated.data(), len, back);
-    FUZZ_CHECK(bytes.find(View(back)) != bytes.npos);
+    FUZZ_CHECK(bytes.find(Text(back)) != bytes.npos);
     CStringW wide;
     DecodeImap4Base64(terminated.c_str(), wide);
     FUZZ_CHECK(wide.GetLength() <= len);

@@ -4,6 +4,7 @@
 #include "fuzz/fuzz.h"
 #include "persist/setting_text.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -17,21 +18,17 @@ tlvn::WString ToText(const void* data, std::size_t size)
 }
 
 // The lines of keys and pairs.
-int CountLines(tlvn::WString text)
+int CountLines(const tlvn::WString& text)
 {
-    text += '\n';
-    const std::size_t mark = text.find_first_not_of(TW("\r\n"));
-    if (mark != tlvn::WString::npos && text[mark] == 0xFEFF)
-        text.erase(mark, 1);
     int count = 0;
-    tlvn::WString line;
-    for (const WCHAR c : text) {
-        if (c != '\r' && c != '\n') {
-            line += c;
-            continue;
-        }
+    bool first = true;
+    for (std::size_t at = 0; (at = text.find_first_not_of(TW("\r\n"), at)) != text.npos;) {
+        const std::size_t end = std::min(text.find_first_of(TW("\r\n"), at), text.size());
+        const std::size_t mark = first && text[at] == 0xFEFF ? 1 : 0;
+        const tlvn::WString line = text.substr(at + mark, end - at - mark);
         count += !line.empty() && line != TW("[DATA-START]") && line != TW("[DATA-END]") ? 1 : 0;
-        line.clear();
+        first = false;
+        at = end;
     }
     return count;
 }

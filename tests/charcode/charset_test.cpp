@@ -1,8 +1,5 @@
 #include "charcode/charset.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "tests/support/test.h"
 
 // Aliases and case lead to the type; what the table does not hold is JIS, or unknown exactly.
 TEST(CharSet, FindsTypesByName)

@@ -1,18 +1,7 @@
 #include "charcode/convert.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <string>
-#include <tuple>
-#include <vector>
+#include "tests/support/test.h"
 
 namespace {
-
-std::string Text(const CBuffer& buffer)
-{
-    return std::string(buffer, static_cast<std::size_t>(buffer.GetLength()));
-}
 
 using Converted = std::pair<int, std::string>;
 
@@ -68,61 +57,52 @@ TEST(Convert, TellsInvalidJapaneseText)
     }
 }
 
-TEST(Convert, OddInput)
-{
-    EXPECT_LT(Convert(CT_UNICODE, std::string("a\0", 2), CT_UNKNOWN).first, 0);
-
-    CBuffer out("left over");
-    // UTF-16 at an odd address.
-    const char unaligned[] = "_\x42\x30";
-    EXPECT_EQ(ConvertToOtherCodeType2(CT_UNICODE, unaligned + 1, 2, CT_SJIS, out, 0), 0);
-    EXPECT_EQ(Text(out), "\x82\xA0");
-
-    EXPECT_THROW(ConvertToOtherCodeType2(CT_SJIS, "abc", INT_MAX, CT_UNICODE, out, 0),
-                 CMemoryException*);
-}
-
 // EUC-JP and ISO-2022-JP are converted by arithmetic; a page unknown to the system copies to
 // itself.
 TEST(Convert, BetweenCodePages)
 {
-    CBuffer out;
-    EXPECT_EQ(ConvertToOtherCodePage2(51932, "\xA4\xA2", 2, 50220, out, 0), 0);
-    EXPECT_EQ(Text(out), "\x1B$B\x24\x22\x1B(B");
-    EXPECT_EQ(ConvertToOtherCodePage2(12345, "abc", 3, 12345, out, 0), 0);
-    EXPECT_EQ(ConvertToOtherCodePage2(1252, "\xE9", 1, 932, out, 0), 1);
-    EXPECT_EQ(Text(out), "?");
-}
-
-TEST(ConvertToWcs, ByTheCodePageOfTheType)
-{
+    const std::tuple<UINT, const char*, UINT, int, const char*> cases[] = {
+        {51932, "\xA4\xA2", 50220, 0, "\x1B$B\x24\x22\x1B(B"},
+        {12345, "abc", 12345, 0, "abc"},
+        {1252, "\xE9", 932, 1, "?"},
+    };
+    for (const auto& [from, text, to, result, expected] : cases) {
+        CBuffer out("left over");
+        const int length = static_cast<int>(std::string(text).size());
+        EXPECT_EQ(ConvertToOtherCodePage2(from, text, length, to, out, 0), result) << from;
+        EXPECT_EQ(Text(out), expected);
+    }
+    CBuffer out("left over");
+    const char unaligned[] = "_\x42\x30"; // UTF-16 at an odd address
+    EXPECT_EQ(ConvertToOtherCodeType2(CT_UNICODE, unaligned + 1, 2, CT_SJIS, out, 0), 0);
+    EXPECT_EQ(Text(out), "\x82\xA0");
+    EXPECT_LT(ConvertToOtherCodeType2(CT_UNICODE, "a\0", 2, CT_UNKNOWN, out, 0), 0);
+    EXPECT_THROW(ConvertToOtherCodeType2(CT_SJIS, "abc", INT_MAX, CT_UNICODE, out, 0),
+                 CMemoryException*);
     EXPECT_EQ(ConvertToWcs(CT_JIS, "\x82\xA0", 2), CStringW(TW("\u3042"))); // held as Shift_JIS
     EXPECT_EQ(ConvertToWcs(CT_UNICODE, "\x42\x30", 2), CStringW(TW("\u3042")));
 }
 
+// Received text, and the narrow form of it: what is Unicode becomes Korean or Shift_JIS.
 TEST(ConvertToEditable, BringsReceivedTextIntoItsEditForm)
 {
-    CBuffer out;
-    EXPECT_EQ(ConvertToEditable(CT_KOI8R, "\xF6", 1, out), 1);
-    EXPECT_EQ(Text(out), "\xC6");
-    EXPECT_EQ(ConvertToEditable(CT_UTF8, "\xE3\x81\x82", 3, out), 1);
-    EXPECT_EQ(Text(out), "\x42\x30");
-}
-
-TEST(ConvertToEditable, NarrowTextOfUnicodeIsKoreanOrShiftJis)
-{
-    const std::tuple<CodeType, std::string, CodeType, const char*> cases[] = {
-        {CT_UTF8, "\xE3\x81\x82", CT_SJIS, "\x82\xA0"},
-        {CT_UTF8, "\xEA\xB0\x80", CT_KSC5601, "\xB0\xA1"},
-        {CT_UTF8, "z\xC3\xA9", CT_SJIS, "z?"},
-        {CT_ISO8859_1, "\xE9", CT_ISO8859_1, "\xE9"},
+    const std::tuple<CodeType, std::string, std::string, CodeType, const char*> cases[] = {
+        {CT_KOI8R, "\xF6", "\xC6", CT_KOI8R, "\xC6"},
+        {CT_UTF8, "\xE3\x81\x82", "\x42\x30", CT_SJIS, "\x82\xA0"},
+        {CT_UTF8, "\xEA\xB0\x80", {"\0\xAC", 2}, CT_KSC5601, "\xB0\xA1"},
+        {CT_UTF8, "z\xC3\xA9", {"z\0\xE9\0", 4}, CT_SJIS, "z?"},
+        {CT_ISO8859_1, "\xE9", "\xE9", CT_ISO8859_1, "\xE9"},
     };
-    for (const auto& [type, in, resultType, result] : cases) {
+    for (const auto& [type, in, edited, narrowType, narrow] : cases) {
+        const int length = static_cast<int>(in.size());
+        CBuffer out("left over");
+        EXPECT_EQ(ConvertToEditable(type, in.data(), length, out), 1);
+        EXPECT_EQ(Text(out), edited);
         CodeType t = type;
         CStringA text = "left over";
-        EXPECT_EQ(ConvertToEditableMbs(t, in.data(), static_cast<int>(in.size()), text, 0), 1);
-        EXPECT_EQ(t, resultType);
-        EXPECT_EQ(text, result);
+        EXPECT_EQ(ConvertToEditableMbs(t, in.data(), length, text, 0), 1);
+        EXPECT_EQ(t, narrowType);
+        EXPECT_EQ(text, narrow);
     }
 }
 

@@ -1,13 +1,8 @@
 #include "TlvnMisc.h"
 #include "platform/memory.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 #include <memory>
-#include <random>
-#include <string>
-#include <tuple>
-#include <vector>
 
 namespace {
 
@@ -100,13 +95,12 @@ TEST(IsUtf8, EqualsItsDefinition)
         EXPECT_EQ(result, definition(text)) << testing::PrintToString(text);
         return result;
     };
-    std::mt19937 engine(5);
-    const auto random = [&] { return static_cast<unsigned>(engine()); };
+    std::mt19937 random(5);
     for (int round = 0; round < 5000; ++round) {
         std::string text;
-        const unsigned kinds = 2 + random() % 5;
-        for (unsigned n = random() % 80; n > 0; --n) {
-            const unsigned following = random() % kinds;
+        const unsigned kinds = 2 + Below(random, 5);
+        for (unsigned n = Below(random, 80); n > 0; --n) {
+            const unsigned following = Below(random, kinds);
             text += following == 0 ? 'a' : static_cast<char>(0xFF80 >> following);
             text.append(following, '\x81').append(random() % 8 == 0 ? 15 : 0, 'b');
         }

@@ -1,6 +1,5 @@
 #include "TlvnMisc.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 // Rows: the borders of each range, and look-alikes: a trail byte that would be a katakana, a lead
 // byte whose trail byte lies outside, a code in no range.

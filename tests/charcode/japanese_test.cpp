@@ -1,11 +1,5 @@
 #include "charcode/japanese.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <random>
-#include <string>
-#include <tuple>
+#include "tests/support/test.h"
 
 namespace {
 
@@ -13,14 +7,7 @@ using Conversion = void (*)(const char*, int, CBuffer&);
 
 std::string Converted(Conversion convert, const std::string& text)
 {
-    CBuffer out("left over");
-    convert(text.data(), static_cast<int>(text.size()), out);
-    return std::string(out, static_cast<std::size_t>(out.GetLength()));
-}
-
-unsigned Below(std::mt19937& random, unsigned limit)
-{
-    return static_cast<unsigned>(random() % limit);
+    return Output([&](CBuffer& out) { convert(text.data(), static_cast<int>(text.size()), out); });
 }
 
 // ASCII or a line end, katakana, kanji, what is of no code, or any of them.

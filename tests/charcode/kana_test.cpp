@@ -2,11 +2,7 @@
 
 #include "platform/multibyte.h"
 #include "platform/nls.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
+#include "tests/support/test.h"
 
 namespace {
 

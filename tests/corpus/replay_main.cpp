@@ -1,26 +1,63 @@
-// Feeds every file of a folder, and the empty input, to the fuzz target it is linked with.
+// Feeds to the fuzz target it is linked with: the empty input, bytes at random, every file of a
+// folder, and as many changed ones as asked for, the same in every run:
+//   replay_NAME FOLDER COUNT
 
 #include "fuzz/fuzz.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <vector>
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Some bytes changed, or a piece of another input put in.
+Bytes Changed(const std::vector<Bytes>& inputs, std::mt19937& random)
+{
+    const auto below = [&](std::size_t limit) {
+        return static_cast<std::ptrdiff_t>(limit == 0 ? 0 : random() % limit);
+    };
+    Bytes input = inputs[random() % inputs.size()];
+    for (auto changes = 1 + random() % 8; changes > 0; --changes) {
+        const Bytes& other = inputs[random() % inputs.size()];
+        const auto from = other.begin() + below(other.size());
+        const auto place = input.begin() + below(input.size());
+        if (random() % 2 != 0)
+            input.insert(place, from, from + below(std::min<std::size_t>(other.end() - from, 50)));
+        else if (place != input.end())
+            *place = static_cast<std::uint8_t>(random());
+    }
+    return input;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
-    LLVMFuzzerTestOneInput(nullptr, 0);
-    int count = 1;
+    std::mt19937 random(1);
+    std::vector<Bytes> inputs(2);
+    for (int i = 0; i < 2000; ++i)
+        inputs[1].push_back(static_cast<std::uint8_t>(random()));
     const std::filesystem::path folder = argc > 1 ? argv[1] : "";
-    if (std::filesystem::is_directory(folder)) {
-        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-            std::ifstream in(entry.path(), std::ios::binary);
-            const std::vector<char> bytes{std::istreambuf_iterator<char>(in), {}};
-            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                                   bytes.size());
-            ++count;
-        }
+    const int changed = argc > 2 ? std::atoi(argv[2]) : 0;
+    std::vector<std::filesystem::path> files;
+    if (std::filesystem::is_directory(folder))
+        files.assign(std::filesystem::directory_iterator(folder), {});
+    std::sort(files.begin(), files.end()); // whatever order the system lists them in
+    for (const auto& file : files) {
+        std::ifstream in(file, std::ios::binary);
+        inputs.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
     }
-    std::printf("%d inputs\n", count);
+    for (const Bytes& input : inputs)
+        LLVMFuzzerTestOneInput(input.data(), input.size());
+    for (int i = 0; i < changed; ++i) {
+        const Bytes input = Changed(inputs, random);
+        LLVMFuzzerTestOneInput(input.data(), input.size());
+    }
+    std::printf("%d inputs\n", static_cast<int>(inputs.size()) + changed);
     return 0;
 }

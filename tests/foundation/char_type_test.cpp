@@ -1,12 +1,8 @@
 #include "TlvnMisc.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 #include <cctype>
-#include <cstring>
-#include <string>
-#include <tuple>
-#include <vector>
 
 namespace {
 

@@ -1,15 +1,11 @@
 #include "TlvnMisc.h"
 #include "platform/file.h"
 #include "platform/memory.h"
+#include "tests/support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <regex>
-#include <tuple>
 
 TEST(Allocation, LengthsStopAtTheirLimit)
 {
@@ -39,14 +35,15 @@ TEST(Allocation, BlocksKeepTheirContentWhenResized)
     const std::size_t sizes[] = {1, 1023, 1024, 300000};
     for (const std::size_t from : sizes) {
         for (const std::size_t to : sizes) {
-            char* block = static_cast<char*>(tlvn::AllocBlock(from));
+            std::string content(from, '\0');
             for (std::size_t i = 0; i < from; ++i)
-                block[i] = static_cast<char>(i * 7);
-            block = static_cast<char*>(tlvn::ReallocBlock(block, from, to));
-            for (std::size_t i = 0; i < std::min(from, to); ++i)
-                ASSERT_EQ(block[i], static_cast<char>(i * 7)) << from << " to " << to;
+                content[i] = static_cast<char>(i * 7);
+            void* block = tlvn::AllocBlock(from);
+            content.copy(static_cast<char*>(block), from);
+            block = tlvn::ReallocBlock(block, from, to);
+            EXPECT_EQ(std::memcmp(block, content.data(), std::min(from, to)), 0) << from << to;
             EXPECT_EQ(tlvn::GetPageBlockCount() - before, to >= 1024 ? 1 : 0);
-            block[to - 1] = 'x';
+            static_cast<char*>(block)[to - 1] = 'x';
             tlvn::FreeBlock(block, to);
         }
     }
@@ -76,12 +73,9 @@ TEST(Exception, MessagesAreTrimmedAndNamed)
 
 TEST(Exception, TextsAreCutToTheRoomThereIs)
 {
-    CStrException e("abcdef");
     char buf[8] = "-------";
-    EXPECT_EQ(e.GetErrorMessage(buf, 4, nullptr), 1);
-    EXPECT_STREQ(buf, "abc");
-    EXPECT_EQ(buf[4], '-');
-    EXPECT_EQ(e.GetErrorMessage(buf, 0, nullptr), 0);
+    EXPECT_EQ(CStrException("abcdef").GetErrorMessage(buf, 4, nullptr), 1);
+    EXPECT_EQ(std::string(buf, 5), std::string("abc\0-", 5));
     EXPECT_EQ(CLeaveOnlyException().GetErrorMessage(buf, 1, nullptr), 0);
     EXPECT_STREQ(buf, "");
 }

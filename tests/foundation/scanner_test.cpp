@@ -1,8 +1,5 @@
 #include "TlvnMisc.h"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,23 +1,6 @@
 #include "TlvnMisc.h"
 #include "tests/support/scanner_model.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
-#include <tuple>
-
-TEST(Scanner, AgreesWithItsModelAtRandom)
-{
-    std::mt19937 random(20);
-    std::vector<std::uint8_t> data;
-    for (int i = 0; i < 10000; ++i) {
-        data.resize(random() % 50);
-        for (std::uint8_t& byte : data)
-            byte = static_cast<std::uint8_t>(random());
-        const char* const fault = CheckScanners(data.data(), data.size());
-        ASSERT_EQ(fault, nullptr) << fault << ", round " << i;
-    }
-}
+#include "tests/support/test.h"
 
 // Rows: a match that would begin inside a character; a phrase whose zero ends the comparison but
 // whose length still bounds it.

@@ -1,10 +1,5 @@
 #include "mailtext/address_list.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <tuple>
-#include <vector>
+#include "tests/support/test.h"
 
 namespace {
 

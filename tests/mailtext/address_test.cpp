@@ -1,12 +1,7 @@
 #include "mailtext/address.h"
 #include "mailtext/address_check.h"
 #include "mailtext/address_trim.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
-#include <string>
-#include <tuple>
+#include "tests/support/test.h"
 
 TEST(Address, Splits)
 {

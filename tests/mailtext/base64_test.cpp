@@ -1,33 +1,19 @@
 #include "mailtext/base64.h"
 #include "platform/cpu.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <random>
-#include <string>
-#include <tuple>
+#include "tests/support/test.h"
 
 namespace {
 
-std::string Decoded(const char* text)
+std::string Decoded(const std::string& text)
 {
-    CBuffer out("left over");
-    EXPECT_EQ(DecodeBase64(text, out), 1);
-    return std::string(out, static_cast<std::size_t>(out.GetLength()));
+    return Output([&](CBuffer& out) { EXPECT_EQ(DecodeBase64(text.c_str(), out), 1); });
 }
 
 std::string Encoded(const std::string& data, int lineLen)
 {
-    CBuffer out("left over");
-    EncodeBase64(reinterpret_cast<const unsigned char*>(data.data()), static_cast<int>(data.size()),
-                 lineLen, out);
-    return std::string(out, static_cast<std::size_t>(out.GetLength()));
-}
-
-unsigned Below(std::mt19937& random, unsigned limit)
-{
-    return static_cast<unsigned>(random() % limit);
+    return Output([&](CBuffer& out) {
+        EncodeBase64(Unsigned(data), static_cast<int>(data.size()), lineLen, out);
+    });
 }
 
 } // namespace
@@ -43,7 +29,7 @@ TEST(Base64, DecodesAndStopsWhereItShould)
     };
     for (const auto& [text, data] : cases)
         EXPECT_EQ(Decoded(text), data) << text;
-    EXPECT_EQ(Decoded(nullptr), "");
+    EXPECT_EQ(Output([](CBuffer& out) { DecodeBase64(nullptr, out); }), "");
 }
 
 TEST(Base64, BreaksLines)
@@ -56,11 +42,9 @@ TEST(Base64, BreaksLines)
     };
     for (const auto& [data, lineLen, text] : cases)
         EXPECT_EQ(Encoded(data, lineLen), text) << lineLen;
-    CBuffer out("left over");
-    EncodeBase64(nullptr, 3, 0, out);
-    EXPECT_TRUE(out.IsEmpty());
-    EXPECT_THROW(EncodeBase64(reinterpret_cast<const unsigned char*>(""), INT_MAX, 0, out),
-                 CMemoryException*);
+    EXPECT_EQ(Output([](CBuffer& out) { EncodeBase64(nullptr, 3, 0, out); }), "");
+    CBuffer out;
+    EXPECT_THROW(EncodeBase64(Unsigned(""), INT_MAX, 0, out), CMemoryException*);
 }
 
 // With the processor's widest instructions and without: what is encoded in one run is what is
@@ -76,37 +60,36 @@ TEST(Base64, RunsEqualTheirGroups)
         for (std::size_t i = 0; i < data.size(); i += 3)
             groups += Encoded(data.substr(i, 3), 0);
         ASSERT_EQ(Encoded(data, 0), groups);
-        ASSERT_EQ(Decoded(groups.c_str()), data);
-        const std::string lines = Encoded(data, 1 + static_cast<int>(Below(random, 80)));
-        ASSERT_EQ(Decoded(lines.c_str()), data);
-        std::erase_if(back = lines, [](char c) { return c == '\r' || c == '\n'; });
-        ASSERT_EQ(back, groups);
+        ASSERT_EQ(Decoded(groups), data);
+        std::string lines = Encoded(data, 1 + static_cast<int>(Below(random, 80)));
+        std::erase_if(lines, [](char c) { return c == '\r' || c == '\n'; });
+        ASSERT_EQ(lines, groups);
         for (const char c : groups)
             strewn.append(Below(random, 20) == 0 ? 1 : 0, "-. \xFF"[Below(random, 4)]) += c;
-        ASSERT_EQ(Decoded(strewn.c_str()), data);
+        ASSERT_EQ(Decoded(strewn), data);
 
         // A changed character, or an early end, changes its own group only.
         if (groups.size() < 8)
             continue;
-        const std::size_t place = Below(random, static_cast<unsigned>(groups.size() - 4));
+        const std::size_t place = Below(random, groups.size() - 4);
         std::string changed = groups;
         changed[place] = "=A/"[Below(random, 3)];
         back.clear();
         for (std::size_t i = 0; i < changed.size(); i += 4) {
-            back += Decoded(changed.substr(i, 4).c_str());
+            back += Decoded(changed.substr(i, 4));
             if (changed[i + 2] == '=' || changed[i + 3] == '=')
                 break;
         }
-        ASSERT_EQ(Decoded(changed.c_str()), back) << changed;
+        ASSERT_EQ(Decoded(changed), back) << changed;
     }
 }
 
 TEST(Base64, EveryCharacterHasItsValue)
 {
     const std::string alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    EXPECT_EQ(Encoded(Decoded(alphabet.c_str()), 0), alphabet);
+    EXPECT_EQ(Encoded(Decoded(alphabet), 0), alphabet);
     for (std::size_t i = 0; i < alphabet.size(); ++i)
-        EXPECT_EQ(Decoded((std::string("AAA") + alphabet[i]).c_str())[2], static_cast<char>(i));
+        EXPECT_EQ(Decoded(std::string("AAA") + alphabet[i])[2], static_cast<char>(i));
 }
 
 TEST(Base64, IsExtracted)
@@ -116,12 +99,10 @@ TEST(Base64, IsExtracted)
         {"==YQ===", "YQ==="},         // "=" does not begin a run, but all of them end it
         {{"-a\0b-", 5}, {"a\0b", 3}}, // a zero byte belongs to the alphabet
     };
-    for (const auto& [text, run] : cases) {
-        CBuffer out("left over");
-        ExtractBase64Text(text.data(), static_cast<int>(text.size()), out);
-        EXPECT_EQ(std::string(out, static_cast<std::size_t>(out.GetLength())), run);
-    }
-    CBuffer out("left over");
-    ExtractBase64Text(nullptr, 2, out);
-    EXPECT_TRUE(out.IsEmpty());
+    const auto extracted = [](const char* text, std::size_t len) {
+        return Output([&](CBuffer& out) { ExtractBase64Text(text, static_cast<int>(len), out); });
+    };
+    for (const auto& [text, run] : cases)
+        EXPECT_EQ(extracted(text.data(), text.size()), run);
+    EXPECT_EQ(extracted(nullptr, 2), "");
 }

@@ -1,9 +1,6 @@
 #include "mailtext/imap_utf7.h"
 #include "platform/nls.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 
@@ -11,9 +8,8 @@ using tlvn::WString;
 
 std::string Encoded(const WString& name)
 {
-    CBuffer out("left over");
-    EncodeImap4UTF7(name.data(), static_cast<int>(name.size()), out);
-    return std::string(out, static_cast<std::size_t>(out.GetLength()));
+    return Output(
+        [&](CBuffer& out) { EncodeImap4UTF7(name.data(), static_cast<int>(name.size()), out); });
 }
 
 WString Decoded(const std::string& text)

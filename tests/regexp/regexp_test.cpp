@@ -2,10 +2,9 @@
 #include "persist/regexp/listing.h"
 #include "persist/regexp/machine.h"
 #include "platform/nls.h"
+#include "tests/support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include <sstream>
 
 namespace {
 
@@ -45,51 +44,32 @@ std::string MatchWide(const std::string& pattern, const std::string& text, int c
     return Match(tlvn::WidenText(pattern), tlvn::WidenText(text), CT_UNICODE, caseSensitive);
 }
 
-constexpr char kHiraganaA[] = "\x82\xA0";
-constexpr char kSmallHiraganaA[] = "\x82\x9F";
-
-// The list without the two instructions that begin every program, one instruction after the
-// other.
+// The list without the two instructions that begin every program and the line that ends it, one
+// instruction after the other.
 std::string Body(const char* pattern)
 {
-    std::string error;
-    const std::string list = tlvn::ListRegExp(pattern, 1, error);
-    std::string body;
-    std::size_t line = 0;
-    for (int i = 0; line < list.size(); ++i) {
-        const std::size_t end = list.find('\n', line);
-        const std::size_t name = list.find_first_not_of(" 0123456789", line);
-        if (i > 1 && end + 1 < list.size())
-            body += (body.empty() ? "" : "; ") + list.substr(name, end - name);
-        line = end + 1;
+    std::string error, line, body;
+    std::istringstream list(tlvn::ListRegExp(pattern, 1, error));
+    for (int i = 0; std::getline(list, line); ++i) {
+        if (i > 1 && list.peek() != EOF)
+            body += (body.empty() ? "" : "; ") + line.substr(line.find_first_not_of(" 0123456789"));
     }
     return error.empty() ? body : error;
 }
 
 } // namespace
 
+// What the random patterns of the reference do not reach, or what is easily held for a mistake.
 TEST(RegExp, Language)
 {
-    const struct {
-        const char* pattern;
-        const char* text;
-        const char* expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         // "|" binds single atoms
         {"ab|cd", "xabd", "1,4"},
-        {"ab|cd", "acd", "0,3"},
-        {"ab|cd", "ab", ""},
-        {"a|b|c", "xc", "1,2"},
         {"a|", "b", "0,0"},
         {"|a", "|a", "0,2"},
         // the first match in order of priority, not the longest
         {"a|(ab)", "ab", "0,1"},
-        {"a*?", "aa", "0,0"},
-        {"a+?", "aa", "0,1"},
-        {"a?", "aa", "0,1"},
         {"a\?\?b", "ab", "0,2"},
-        {".*c", "abcbc", "0,5"},
-        {".*?c", "abcbc", "0,3"},
         {"a**", "aa*", "0,3"},
         // a loop that is not greedy goes on from where what follows it failed, behind "ab"
         {".*?abc", "ababc", "1,5"},
@@ -102,7 +82,6 @@ TEST(RegExp, Language)
         {"a\\", "a\\", "0,2"},
         {"[+--]+", "*+,-.", "1,4"},
         // anchors, only at the ends of the pattern
-        {"^a", "ba", ""},
         {"^a", "ab", "0,1"},
         {"a^", "a^", "0,2"},
         {"a$", "ax", ""},
@@ -114,32 +93,23 @@ TEST(RegExp, Language)
         {"a]b", "a", "0,1"},
         // references
         {"{a}\\0", "xaa", "1,3"},
-        {"{a|b}{c}\\1\\0", "bccb", "0,4"},
-        {"({a}|b)\\0c", "bc", "0,2"},
         {"{}{a}\\1", "aa", "0,2"},
-        {"{ab}+\\0c", "abababc", "0,7"},
         // abbreviations
         {"\\q", "'a' \"b\"", "4,7"},
         {"x\\ny", "x\r\ny", "0,4"},
-        {"x\\ny", "x\ny", "0,3"},
         {"\\z-\\d", "ab12-3", "2,6"},
         {"\\h+", "xyzBeef", "3,7"},
-        {"\\w", "12ab", "2,4"},
         {"\\b+", "a \tb", "1,3"},
         // negation takes nothing
-        {"a!b.", "abac", "2,4"},
         {"!!a.", "ba", "1,2"},
         {"a!$", "a", ""},
         {"a!", "a", "0,1"},
-        {".", "\n", "0,1"},
-        {"[^a]", "a", ""},
         {"(a*)?b", "aab", "0,3"},
         // errors
         {"{a", "", "error: 2"},
         {"(a", "", "error: 3"},
         {"[a", "", "error: 4"},
         {"[a-]", "", "error: 4"},
-        {"[", "", "error: 4"},
         {"[]", "", "error: 6"},
         {"[^]", "", "error: 6"},
         {"\\0", "", "error: 7"},
@@ -154,44 +124,39 @@ TEST(RegExp, Language)
         {"", "", "error: 11"},
         {"\\0(", "", "error: 7"},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(MatchNarrow(c.pattern, c.text), c.expected) << c.pattern << " in " << c.text;
-        EXPECT_EQ(MatchWide(c.pattern, c.text), c.expected) << c.pattern << ", wide";
+    for (const auto& [pattern, text, expected] : cases) {
+        EXPECT_EQ(MatchNarrow(pattern, text), expected) << pattern << " in " << text;
+        EXPECT_EQ(MatchWide(pattern, text), expected) << pattern << ", wide";
     }
 }
 
-TEST(RegExp, DoubleByteCharactersStayWhole)
+// Pattern, text and whether case counts -> the match in Shift_JIS and, unless null, in UTF-16.
+TEST(RegExp, CharactersAndTheirCase)
 {
-    // 0x41 is a trail byte here, and the second character's halves lie across two others.
-    EXPECT_EQ(MatchNarrow("A", "\x83\x41"), "");
-    EXPECT_EQ(MatchNarrow("\x9F\x88", "\x88\x9F\x88\x9F"), "");
-    EXPECT_EQ(MatchNarrow(".A", "\x83\x41\x41"), "0,3");
-    EXPECT_EQ(MatchNarrow("[\x82\x9F-\x82\xF1]+", "a\x82\xA0\x82\xA2"
-                                                  "b"),
-              "1,5");
-    // A lead byte without a trail byte is a character of its own.
-    EXPECT_EQ(MatchNarrow("\x81", "\x81\x81\x81"), "2,3");
-    // A reference compares as many characters as the group has bytes.
-    EXPECT_EQ(MatchNarrow("{\x82\xA0}\\0", "\x82\xA0\x82\xA0"), "");
-    EXPECT_EQ(MatchNarrow("{\x82\xA0}\\0", "\x82\xA0\x82\xA0\x82\xA0"), "0,4");
-    EXPECT_EQ(MatchWide("{\x82\xA0}\\0", "\x82\xA0\x82\xA0"), "0,2");
-}
-
-TEST(RegExp, CaseInsensitive)
-{
-    EXPECT_EQ(MatchNarrow(kHiraganaA, kSmallHiraganaA, 0), "0,2");
-    EXPECT_EQ(MatchNarrow(kHiraganaA, kSmallHiraganaA, 1), "");
-    EXPECT_EQ(MatchWide(kHiraganaA, kSmallHiraganaA, 0), "");
-    const std::string fullA = "\x82\x60";
-    const std::string fullSmallA = "\x82\x81";
-    EXPECT_EQ(MatchNarrow(fullSmallA, fullA, 0), "0,2");
-    EXPECT_EQ(MatchWide(fullSmallA, fullA, 0), "0,1");
-    EXPECT_EQ(MatchNarrow("\xB1", "\xA7", 0), "0,1"); // half-width
-    EXPECT_EQ(MatchNarrow("{Ab}\\0", "aBAb", 0), "0,4");
-    EXPECT_EQ(MatchNarrow("[A-C]+", "xABCabcd", 0), "1,7");
-    // The letter of an abbreviation is folded with the pattern.
-    EXPECT_EQ(MatchNarrow("\\D", "xD1", 0), "2,3");
-    EXPECT_EQ(MatchNarrow("\\D", "xD1", 1), "1,2");
+    const std::tuple<const char*, const char*, int, const char*, const char*> cases[] = {
+        // 0x41 is a trail byte here, and the second character's halves lie across two others.
+        {"A", "\x83\x41", 1, "", nullptr},
+        {"\x9F\x88", "\x88\x9F\x88\x9F", 1, "", nullptr},
+        // A lead byte without a trail byte is a character of its own.
+        {"\x81", "\x81\x81\x81", 1, "2,3", nullptr},
+        // A reference compares as many characters as the group has bytes.
+        {"{\x82\xA0}\\0", "\x82\xA0\x82\xA0", 1, "", "0,2"},
+        {"{\x82\xA0}\\0", "\x82\xA0\x82\xA0\x82\xA0", 1, "0,4", "0,2"},
+        // Small kana are the case of others in Shift_JIS only.
+        {"\x82\xA0", "\x82\x9F", 0, "0,2", ""},
+        {"\x82\xA0", "\x82\x9F", 1, "", ""},
+        {"\xB1", "\xA7", 0, "0,1", nullptr},
+        {"\x82\x81", "\x82\x60", 0, "0,2", "0,1"},
+        // The letter of an abbreviation is folded with the pattern.
+        {"\\D", "xD1", 0, "2,3", "2,3"},
+        {"\\D", "xD1", 1, "1,2", "1,2"},
+    };
+    for (const auto& [pattern, text, caseSensitive, narrow, wide] : cases) {
+        EXPECT_EQ(MatchNarrow(pattern, text, caseSensitive), narrow) << pattern;
+        if (wide != nullptr) {
+            EXPECT_EQ(MatchWide(pattern, text, caseSensitive), wide) << pattern;
+        }
+    }
 }
 
 TEST(RegExp, CodeTypes)
@@ -201,7 +166,7 @@ TEST(RegExp, CodeTypes)
     const char* start = nullptr;
     EXPECT_EQ(regexp.IsParsed(), 0);
     EXPECT_EQ(regexp.Match("a", CT_SJIS, nullptr, nullptr), 0);
-    ASSERT_EQ(regexp.ParseRegExp(kHiraganaA, CT_SJIS, 1, message), 1);
+    ASSERT_EQ(regexp.ParseRegExp("\x82\xA0", CT_SJIS, 1, message), 1);
     EXPECT_NE(regexp.IsParsed(), 0);
 
     // Converted on first use: to UTF-16 for every Unicode type, to EUC-JP.
@@ -250,10 +215,7 @@ TEST(RegExp, FollowsTheCodePage)
 // The forms that every construct compiles to; the numbers are indices of instructions.
 TEST(RegExp, Programs)
 {
-    const struct {
-        const char* pattern;
-        const char* expected;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"a$", "Symbol a; Symbol end of text; MatchFound"},
         {"[^a-cx]", "NotRangeList 7  a-c x; MatchFound"},
         {"{a}", "PushGroup 0; GroupStart 0; Call 7; PopGroup 0; Return; Symbol a; GroupEnd 0; "
@@ -264,19 +226,12 @@ TEST(RegExp, Programs)
                   "Call 12; PopPosition; Jump 14; Symbol b; Jump 15; Symbol c; MatchFound"},
         {"a*", "PushMemory 0; StorePosition 0; PushPosition; Call 9; PopPosition; PopMemory 0; "
                "Jump 13; Symbol a; FailIfNoProgress 0; StorePosition 0; Jump 2; MatchFound"},
-        {"(!a.)+", "Call 4; Return; StorePosition 0; StoreStackDepth 1; Call 10; LoadPosition 0; "
-                   "LoadStackDepth 1; Jump 14; Symbol a; LoadPosition 0; LoadStackDepth 1; "
-                   "Return; Any; PushMemory 2; StorePosition 2; PushPosition; Call 22; "
-                   "PopPosition; PopMemory 2; Jump 38; Call 24; Return; StorePosition 3; "
-                   "StoreStackDepth 4; Call 30; LoadPosition 3; LoadStackDepth 4; Jump 34; "
-                   "Symbol a; LoadPosition 3; LoadStackDepth 4; Return; Any; "
-                   "FailIfNoProgress 2; StorePosition 2; Jump 15; MatchFound"},
         {"a+?", "Symbol a; Call 6; Symbol a; Jump 3; MatchFound"},
         {"a??", "Call 4; Symbol a; MatchFound"},
         {"\\d", "Call 4; Return; RangeList 7  0-9; MatchFound"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(Body(c.pattern), c.expected) << c.pattern;
+    for (const auto& [pattern, expected] : cases)
+        EXPECT_EQ(Body(pattern), expected) << pattern;
     std::string error;
     EXPECT_TRUE(tlvn::ListRegExp("^", 1, error).starts_with("     0  Call 2\n     1  Fail\n"));
     EXPECT_TRUE(tlvn::ListRegExp("a", 1, error).starts_with("     0  Call 2\n     1  Advance"));
@@ -287,53 +242,56 @@ TEST(RegExp, Programs)
 // The two kinds of instruction that no pattern compiles to.
 TEST(RegExp, Bitmaps)
 {
-    const auto program = [](REKind kind) {
-        // 'a' is bit 1 of the fourth word, 0xFF the last of all.
-        return std::vector<REInstruction>{{REKind::Call, 2},
-                                          {REKind::AdvanceStart, 0},
-                                          {kind, 0},
-                                          {REKind{0}, 0},
-                                          {REKind{0}, 2},
-                                          {REKind{0}, 0},
-                                          {REKind{0}, 1U << 31},
-                                          {REKind::MatchFound, 0}};
+    const std::tuple<REKind, const char*, int> cases[] = {
+        {REKind::RangeBitmap, "xya", 2},      {REKind::RangeBitmap, "\x7F\xFF", 1},
+        {REKind::RangeBitmap, "xyz\x7F", -1}, {REKind::NotRangeBitmap, "aab", 2},
+        {REKind::NotRangeBitmap, "aa", -1},
     };
-    int start = -1;
-    int end = -1;
-    EXPECT_TRUE(tlvn::RunInstructions(program(REKind::RangeBitmap), "xya", start, end));
-    EXPECT_EQ(start, 2);
-    EXPECT_EQ(end, 3);
-    EXPECT_TRUE(tlvn::RunInstructions(program(REKind::RangeBitmap), "\x7F\xFF", start, end));
-    EXPECT_EQ(start, 1);
-    EXPECT_FALSE(tlvn::RunInstructions(program(REKind::RangeBitmap), "xyz\x7F", start, end));
-    EXPECT_TRUE(tlvn::RunInstructions(program(REKind::NotRangeBitmap), "aab", start, end));
-    EXPECT_EQ(start, 2);
-    EXPECT_FALSE(tlvn::RunInstructions(program(REKind::NotRangeBitmap), "aa", start, end));
+    for (const auto& [kind, text, expected] : cases) {
+        // 'a' is bit 1 of the fourth word, 0xFF the last of all.
+        const std::vector<REInstruction> program = {{REKind::Call, 2},
+                                                    {REKind::AdvanceStart, 0},
+                                                    {kind, 0},
+                                                    {REKind{0}, 0},
+                                                    {REKind{0}, 2},
+                                                    {REKind{0}, 0},
+                                                    {REKind{0}, 1U << 31},
+                                                    {REKind::MatchFound, 0}};
+        int start = -1, end = -1;
+        EXPECT_EQ(tlvn::RunInstructions(program, text, start, end), expected >= 0) << text;
+        EXPECT_TRUE(expected < 0 || (start == expected && end == start + 1)) << text;
+    }
 }
 
 // Deep patterns and long ways back end in a match or an error.
 TEST(RegExp, HostilePatterns)
 {
-    const auto repeated = [](const std::string& s, int count) {
+    const auto nested = [](const char* open, int count, const char* close) {
         std::string out;
         for (int i = 0; i < count; ++i)
-            out += s;
+            out += open;
+        out += "a";
+        for (int i = 0; i < count; ++i)
+            out += close;
         return out;
     };
     constexpr int kDeep = 100000;
-    const std::string text = "xa";
-    EXPECT_EQ(MatchNarrow(repeated("(", kDeep) + "a" + repeated(")", kDeep), text), "1,2");
-    EXPECT_EQ(MatchNarrow(repeated("{", kDeep) + "a" + repeated("}", kDeep), text), "1,2");
-    EXPECT_EQ(MatchNarrow(repeated("(", kDeep) + "a" + repeated(")?", kDeep), text), "0,0");
-    EXPECT_EQ(MatchNarrow(repeated("(b|", kDeep) + "a" + repeated(")", kDeep), text), "1,2");
-    EXPECT_EQ(MatchNarrow(repeated("b|", kDeep) + "a", text), "1,2");
-    EXPECT_EQ(MatchNarrow(repeated("!", kDeep) + "a.", text), "1,2");
-    EXPECT_EQ(MatchNarrow(repeated("(", kDeep), text), "error: 3");
-    EXPECT_EQ(MatchNarrow(repeated("{", kDeep), text), "error: 2");
-    EXPECT_EQ(MatchNarrow(repeated("[", kDeep), text), "error: 4");
-    // Every "+" doubles what it repeats.
-    EXPECT_EQ(MatchNarrow(repeated("(", 10) + "a" + repeated(")+", 10), text), "1,2");
-    EXPECT_EQ(MatchNarrow(repeated("(", 500) + "a" + repeated(")+", 500), text), "error: 1");
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
+        {"(", kDeep, ")", "1,2"},
+        {"{", kDeep, "}", "1,2"},
+        {"(", kDeep, ")?", "0,0"},
+        {"(b|", kDeep, ")", "1,2"},
+        {"b|", kDeep, "", "1,2"},
+        {"!", kDeep, "", "1,1"},
+        {"(", kDeep, "", "error: 3"},
+        {"{", kDeep, "", "error: 2"},
+        {"[", kDeep, "", "error: 4"},
+        // Every "+" doubles what it repeats.
+        {"(", 10, ")+", "1,2"},
+        {"(", 500, ")+", "error: 1"},
+    };
+    for (const auto& [open, count, close, expected] : cases)
+        EXPECT_EQ(MatchNarrow(nested(open, count, close), "xa"), expected) << open << close;
 
     const std::string longText(1 << 20, 'a');
     const std::string all = "0," + std::to_string(longText.size());

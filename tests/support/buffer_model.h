@@ -1,12 +1,13 @@
 // Drives a CBuffer and a std::string side by side through operations read from arbitrary bytes.
 // Every operation of the string is the plain reading of its rule, one byte or character after
-// the other. Used by the random test and by the fuzz target.
+// the other.
 
 #pragma once
 
 #include "TlvnMisc.h"
 #include "framework/text_ops.h"
 #include "tests/support/byte_source.h"
+#include "tests/support/text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -176,8 +177,7 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
             CBuffer part;
             buffer.Mid(pos, count, part);
             const auto start = static_cast<std::size_t>(std::clamp(pos, 0, length));
-            if (std::string(part, static_cast<std::size_t>(part.GetLength())) !=
-                model.substr(start, amount))
+            if (Text(part) != model.substr(start, amount))
                 return "Mid differs after" + log;
             break;
         }
@@ -238,7 +238,7 @@ inline std::string DriveBuffer(const std::uint8_t* data, std::size_t size)
             return "result " + std::to_string(actual) + ", not " + std::to_string(expected) +
                    ", after" + log;
         const int now = buffer.GetLength();
-        if (std::string(buffer, static_cast<std::size_t>(now)) != model)
+        if (Text(buffer) != model)
             return "content differs after" + log;
         if (buffer.GetBuffer() != nullptr && (buffer[now] != 0 || buffer[now + 1] != 0))
             return "no two zero bytes after" + log;

@@ -8,8 +8,8 @@
 #include "platform/nls.h"
 
 #include <cstring>
-#include <set>
 #include <string>
+#include <vector>
 
 namespace finder_model {
 
@@ -18,76 +18,55 @@ constexpr char kAddress[] =
 constexpr char kUrl[] =
     ".abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-=^~!$%&*+/?|#@:;,";
 
-inline bool IsDouble(const std::string& text, int i)
-{
-    return IsTLead(text.data(), i, static_cast<int>(text.size())) != 0;
-}
-inline bool IsDouble(const tlvn::WString& text, int i)
-{
-    return (GetCharType(reinterpret_cast<const char*>(text.data()),
-                        static_cast<int>(text.size() * 2),
-                        reinterpret_cast<const char*>(text.data() + i), CT_UNICODE) &
-            CHARTYPE_DOUBLE) != 0;
-}
-inline int Step(const std::string& text, int i)
-{
-    return IsDouble(text, i) ? 2 : 1;
-}
-inline int Step(const tlvn::WString&, int)
-{
-    return 1;
-}
-
-inline int Search(const std::string& text, int limit, const char* phrase)
-{
-    const char* const found = mbsnnstr(text.data(), limit, phrase, -1, 1);
-    return found == nullptr ? -1 : static_cast<int>(found - text.data());
-}
-inline int Search(const tlvn::WString& text, int limit, const char* phrase)
-{
-    const tlvn::WString wide(phrase, phrase + std::strlen(phrase));
-    const WCHAR* const found = wcsnnstr(text.data(), limit, wide.c_str(), -1, 1);
-    return found == nullptr ? -1 : static_cast<int>(found - text.data());
-}
-
-inline bool IsControlOrSpace(char c)
-{
-    return tlvn::IsSpace(c) || (c >= 0 && c < ' ') || c == 0x7F;
-}
-inline bool IsControlOrSpace(WCHAR c)
-{
-    return tlvn::IsSpaceW(c) || c < ' ' || (c >= 0x7F && c < 0xA0);
-}
-
-// `space` is the full-width space of the text, empty when it is not looked for.
-inline bool IsSpaceAt(const std::string& text, int i, const std::string& space)
-{
-    return !space.empty() && text.compare(static_cast<std::size_t>(i), 2, space) == 0;
-}
-inline bool IsSpaceAt(const tlvn::WString& text, int i, const tlvn::WString&)
-{
-    const WCHAR c = text[static_cast<std::size_t>(i)];
-    return c > 0xFF && tlvn::IsSpaceW(c);
-}
-
-template <class Text>
+// A text, narrow or wide, by its units.
 struct Model {
-    const Text& text;
-    int end = static_cast<int>(text.size());
-    std::set<int> starts; // of characters
+    // What counts of a unit, or of the character that begins there. `space` is the full-width
+    // space of the code.
+    struct Unit {
+        int value;
+        bool isDouble, isSpace, isControl;
+        int step = 1;
+        bool starts = false;
+    };
+    std::vector<Unit> units;
+    int end = 0;
 
-    explicit Model(const Text& t) : text(t)
+    // `space` is empty when it is not looked for.
+    Model(const std::string& text, const std::string& space)
     {
-        for (int i = 0; i < end; i += Step(text, i))
-            starts.insert(i);
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const char c = text[i];
+            const bool pair =
+                IsTLead(text.data(), static_cast<int>(i), static_cast<int>(text.size())) != 0;
+            units.push_back({static_cast<BYTE>(c), pair,
+                             !space.empty() && text.compare(i, 2, space) == 0,
+                             tlvn::IsSpace(c) || (c >= 0 && c < ' ') || c == 0x7F, pair ? 2 : 1});
+        }
+        MarkStarts();
+    }
+    explicit Model(const tlvn::WString& text)
+    {
+        const char* const bytes = reinterpret_cast<const char*>(text.data());
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const WCHAR c = text[i];
+            const int type =
+                GetCharType(bytes, static_cast<int>(text.size() * 2), bytes + 2 * i, CT_UNICODE);
+            units.push_back({c, (type & CHARTYPE_DOUBLE) != 0, c > 0xFF && tlvn::IsSpaceW(c),
+                             tlvn::IsSpaceW(c) || c < ' ' || (c >= 0x7F && c < 0xA0)});
+        }
+        MarkStarts();
+    }
+    void MarkStarts()
+    {
+        end = static_cast<int>(units.size());
+        for (int i = 0; i < end; i += Step(i))
+            units[static_cast<std::size_t>(i)].starts = true;
     }
 
+    const Unit& UnitAt(int i) const { return units[static_cast<std::size_t>(i)]; }
+    int Step(int i) const { return UnitAt(i).step; }
     // 0 behind the end.
-    int At(int i) const
-    {
-        using Unsigned = std::make_unsigned_t<typename Text::value_type>;
-        return i < end ? static_cast<Unsigned>(text[static_cast<std::size_t>(i)]) : 0;
-    }
+    int At(int i) const { return i < end ? UnitAt(i).value : 0; }
     bool Is(int i, const char* set) const
     {
         const int c = At(i);
@@ -95,14 +74,29 @@ struct Model {
     }
     bool IsAlpha(int i) const { return At(i) < 0x80 && tlvn::IsAlpha(static_cast<char>(At(i))); }
     bool IsAlnum(int i) const { return At(i) < 0x80 && tlvn::IsAlnum(static_cast<char>(At(i))); }
-    bool MayStart(int i) const { return i == 0 || !IsAlnum(i - 1) || starts.count(i - 1) == 0; }
+    bool MayStart(int i) const { return i == 0 || !IsAlnum(i - 1) || !UnitAt(i - 1).starts; }
+
+    // The first place before `limit` at which all of a scheme stands, in any case.
+    int Search(const char* scheme, int limit) const
+    {
+        const int length = static_cast<int>(std::strlen(scheme));
+        const auto is = [&](int i, char c) { return (IsAlpha(i) ? At(i) | 0x20 : At(i)) == c; };
+        for (int i = 0; i + length <= limit; i += Step(i)) {
+            int same = 0;
+            while (same < length && is(i + same, scheme[same]))
+                ++same;
+            if (same == length)
+                return i;
+        }
+        return -1;
+    }
 
     int FindMail(int& length) const
     {
         length = 0;
         for (int p = 0; p <= end - 5;) {
             if (!Is(p, kAddress)) {
-                p += Step(text, p);
+                p += Step(p);
                 continue;
             }
             const int start = p++;
@@ -130,14 +124,14 @@ struct Model {
     {
         if (At(i) != '\\' || At(i + 1) != '\\' || At(i + 2) == '\\' || !MayStart(i))
             return -1;
-        for (int j = i + 2; j < end; j += Step(text, j)) {
+        for (int j = i + 2; j < end; j += Step(j)) {
             if (At(j) == '\\' && j + 1 < end && At(j + 1) != '\\')
                 return j + 1;
         }
         return -1;
     }
 
-    int FindUrl(const Text& space, int& length) const
+    int FindUrl(int& length) const
     {
         static const char* const schemes[] = {
             "mailto:", "http:", "https:", "ftp:", "file:", "gopher:"};
@@ -145,22 +139,22 @@ struct Model {
         int kind = 0;
         int p = 0;
         for (int i = 0; i < 6; ++i) {
-            const int found = Search(text, limit, schemes[i]);
+            const int found = Search(schemes[i], limit);
             if (found < 0 || !MayStart(found))
                 continue;
             limit = found;
             kind = i + 1;
             p = found + static_cast<int>(std::strlen(schemes[i]));
         }
-        for (const int i : starts) {
-            if (i < limit && IsAlpha(i) && At(i + 1) == ':' && At(i + 2) == '\\' && MayStart(i)) {
+        for (int i = 0; i < limit; i += Step(i)) {
+            if (IsAlpha(i) && At(i + 1) == ':' && At(i + 2) == '\\' && MayStart(i)) {
                 limit = i;
                 kind = 7;
                 p = i + 3;
             }
         }
-        for (const int i : starts) {
-            const int pathEnd = i < limit ? FindNetworkPathEnd(i) : -1;
+        for (int i = 0; i < limit; i += Step(i)) {
+            const int pathEnd = FindNetworkPathEnd(i);
             if (pathEnd >= 0) {
                 limit = i;
                 kind = 8;
@@ -176,20 +170,18 @@ struct Model {
         else if (kind == 5 || kind >= 7)
             p = EndOfPath(p, before == '<' ? '>' : before == '"' ? '"' : 0);
         else
-            p = EndOfWeb(p, space);
+            p = EndOfWeb(p);
         length = p - limit;
         return limit;
     }
 
     int EndOfMailto(int p, bool bracketed) const
     {
-        for (bool query = false; p < end; p += Step(text, p)) {
-            const auto c = text[static_cast<std::size_t>(p)];
-            if (Is(p, kUrl)) {
-                query = query || c == '?';
-                continue;
-            }
-            if (bracketed ? c == '>' : !query || (!IsDouble(text, p) && IsControlOrSpace(c)))
+        for (bool query = false; p < end; p += Step(p)) {
+            const Unit& c = UnitAt(p);
+            if (Is(p, kUrl))
+                query = query || c.value == '?';
+            else if (bracketed ? c.value == '>' : !query || (!c.isDouble && c.isControl))
                 break;
         }
         return p;
@@ -197,23 +189,22 @@ struct Model {
 
     int EndOfPath(int p, int close) const
     {
-        while (p < end && (Is(p, kUrl) || At(p) == '\\' || IsDouble(text, p) ||
+        while (p < end && (Is(p, kUrl) || At(p) == '\\' || UnitAt(p).isDouble ||
                            (close != 0 && At(p) != close)))
-            p += Step(text, p);
+            p += Step(p);
         return p;
     }
 
-    int EndOfWeb(int p, const Text& space) const
+    int EndOfWeb(int p) const
     {
-        for (int state = 0; p < end; p += state == 1 ? Step(text, p) : 1) {
+        for (int state = 0; p < end; p += state == 1 ? Step(p) : 1) {
             if (state == 0 && At(p) == '/')
                 continue;
             if (state == 0)
                 state = 1;
             if (state == 1 && At(p) == '/')
                 state = 2;
-            if (state == 2 ? !Is(p, kUrl)
-                           : IsSpaceAt(text, p, space) || (At(p) < 0x80 && !Is(p, kUrl)))
+            if (state == 2 ? !Is(p, kUrl) : UnitAt(p).isSpace || (At(p) < 0x80 && !Is(p, kUrl)))
                 break;
         }
         return p;
@@ -236,22 +227,18 @@ inline const char* Compare(const std::string& narrow, const tlvn::WString& wide,
     const int size = static_cast<int>(narrow.size());
     const int bytes = static_cast<int>(wide.size() * 2);
     int length, expected;
-    const Model<std::string> a(narrow);
-    if (FindEMailA(narrow.data(), size, length) != a.FindMail(expected) || length != expected)
+    const Model a(narrow, FullWidthSpace(type)), w(wide);
+    const auto differs = [&](int found, int wanted, int unit) {
+        return found != (wanted < 0 ? -1 : wanted * unit) || length != expected * unit;
+    };
+    if (differs(FindEMailA(narrow.data(), size, length), a.FindMail(expected), 1))
         return "FindEMailA";
-    if (FindUrlA(narrow.data(), size, type, length) != a.FindUrl(FullWidthSpace(type), expected) ||
-        length != expected)
+    if (differs(FindUrlA(narrow.data(), size, type, length), a.FindUrl(expected), 1))
         return "FindUrlA";
-    const Model<tlvn::WString> w(wide);
-    const int mail = w.FindMail(expected);
-    if (FindEMailW(wide.data(), bytes + 1, length) != (mail < 0 ? -1 : mail * 2) ||
-        length != expected * 2)
+    if (differs(FindEMailW(wide.data(), bytes + 1, length), w.FindMail(expected), 2))
         return "FindEMailW";
-    const int url = w.FindUrl(tlvn::WString(), expected);
-    if (FindUrlW(wide.data(), bytes + 1, length) != (url < 0 ? -1 : url * 2) ||
-        length != expected * 2)
-        return "FindUrlW";
-    return nullptr;
+    return differs(FindUrlW(wide.data(), bytes + 1, length), w.FindUrl(expected), 2) ? "FindUrlW"
+                                                                                     : nullptr;
 }
 
 } // namespace finder_model

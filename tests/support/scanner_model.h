@@ -1,5 +1,4 @@
-// The scanners against slow, simple models, on a text and a phrase made from arbitrary bytes:
-// shared by the random test and the fuzz target.
+// The scanners against slow, simple models, on a text and a phrase made from arbitrary bytes.
 
 #pragma once
 
@@ -10,6 +9,7 @@
 
 #include <cctype>
 #include <string>
+#include <tuple>
 #include <vector>
 
 // The rules of wildicmp as they are told, with recursion.
@@ -47,31 +47,32 @@ inline int Offset(const void* hit, const void* text)
 }
 
 // The function that differs from its model, or null; so below.
-inline const char* CheckSearch(std::string text, const std::string& find, bool noCase)
+inline const char* CheckSearch(const std::string& text, const std::string& find, bool noCase)
 {
     using namespace buffer_model;
     const int textLen = static_cast<int>(text.size()), findLen = static_cast<int>(find.size());
     if (find.find('\0') != find.npos) // ends the comparison
         return nullptr;
     const char *const p = text.data(), *const f = find.data();
-    if (Offset(mbsnnstr(p, textLen, f, findLen, noCase), p) !=
-        Find(text, find, 0, Character, noCase))
-        return "mbsnnstr";
-    if (Offset(mbsrnnstr(p, textLen, f, findLen, noCase), p) !=
-        ReverseFind(text, find, -1, Character, noCase))
-        return "mbsrnnstr";
-
     const tlvn::WString units = Units(text), phrase = Units(find);
-    const WCHAR* const q = units.data();
-    const int unitCount = textLen / 2, phraseCount = findLen / 2;
-    text.resize(2 * units.size());
-    const std::string even = find.substr(0, 2 * phrase.size());
-    if (Offset(wcsnnstr(q, unitCount, phrase.data(), phraseCount, noCase), q) !=
-        Find(text, even, 0, Wide, noCase))
-        return "wcsnnstr";
-    if (Offset(wcsrnnstr(q, unitCount, phrase.data(), phraseCount, noCase), q) !=
-        ReverseFind(text, even, -1, Wide, noCase))
-        return "wcsrnnstr";
+    const WCHAR *const q = units.data(), *const w = phrase.data();
+    const int units2 = textLen / 2, find2 = findLen / 2;
+    const std::string evenText = text.substr(0, 2 * units.size());
+    const std::string evenFind = find.substr(0, 2 * phrase.size());
+    const std::tuple<const char*, int, int> searches[] = {
+        {"mbsnnstr", Offset(mbsnnstr(p, textLen, f, findLen, noCase), p),
+         Find(text, find, 0, Character, noCase)},
+        {"mbsrnnstr", Offset(mbsrnnstr(p, textLen, f, findLen, noCase), p),
+         ReverseFind(text, find, -1, Character, noCase)},
+        {"wcsnnstr", Offset(wcsnnstr(q, units2, w, find2, noCase), q),
+         Find(evenText, evenFind, 0, Wide, noCase)},
+        {"wcsrnnstr", Offset(wcsrnnstr(q, units2, w, find2, noCase), q),
+         ReverseFind(evenText, evenFind, -1, Wide, noCase)},
+    };
+    for (const auto& [function, found, expected] : searches) {
+        if (found != expected)
+            return function;
+    }
     return nullptr;
 }
 
