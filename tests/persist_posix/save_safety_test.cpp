@@ -30,17 +30,11 @@ void FillGeneration(Settings& data, int generation, int pairs)
 // The generation of the file; -1 when it is not whole.
 int StoredGeneration(const std::string& path, int pairs)
 {
-    Settings data;
-    if (data.LoadFile(path.c_str()) == 0)
-        return -1;
+    Settings data, whole;
+    data.LoadFile(path.c_str());
     const int generation = data.GetIntValue("key", "name0", 0, 1 << 30, -1);
-    const CSettingData::PairArray* const list = data.GetPairList("key");
-    if (list == nullptr || list->GetSize() != pairs)
-        return -1;
-    for (int i = 0; i < pairs; ++i)
-        if (CString((*list)[i]->GetValue()) != std::to_string(generation).c_str())
-            return -1;
-    return generation;
+    FillGeneration(whole, generation, pairs);
+    return data.EqualSD(whole) != 0 ? generation : -1;
 }
 
 bool Save(const std::string& path, int generation, int pairs)
