@@ -136,9 +136,12 @@ void MailListWnd::ChooseRow(int row)
 void MailListWnd::ChooseAll()
 {
     const int focused = GetFocusedRow();
+    SetRedraw(FALSE); // or each row is drawn by itself
     SetRowState(-1, LVIS_SELECTED);
     if (focused >= 0)
         SetRowState(focused, LVIS_SELECTED | LVIS_FOCUSED);
+    SetRedraw(TRUE);
+    Invalidate();
 }
 
 // Of a row or, with -1, of all: chosen or not, with the focus or without.
@@ -183,6 +186,7 @@ void MailListWnd::Sort()
         chosen[static_cast<std::size_t>(m_list.GetMailOfRow(row))] = true;
     m_list.Sort(m_order.column, m_order.ascending);
 
+    SetRedraw(FALSE);
     const bool all = rows.size() == chosen.size();
     SetRowState(-1, all ? UINT{LVIS_SELECTED} : 0U);
     for (int row = 0; !all && !rows.empty() && row < m_list.GetCount(); ++row)
@@ -193,6 +197,7 @@ void MailListWnd::Sort()
         SetRowState(row, LVIS_SELECTED | LVIS_FOCUSED);
         SendMessage(LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
     }
+    SetRedraw(TRUE);
     ShowOrder();
     Invalidate();
 }
