@@ -29,6 +29,8 @@ run_windows() {
     # Nothing may depend on the system being a Japanese one.
     TLVN_WINE_LOCALE=C.UTF-8 ctest --preset windows -j "$(nproc)" \
         -R '^(foundation|charcode|viewer)$' || status=1
+    GTEST_FILTER='ViewProgram.Reads*:ViewProgram.Shows*' TLVN_WINE_LOCALE=C.UTF-8 \
+        ctest --preset windows -R '^window$' || status=1
     TLVN_RUNNER=$root/scripts/wine-run.sh tests/viewer/show_test.sh \
         build/windows/bin/tolvan-show.exe build/windows/bin/TolvanView.exe || status=1
     scripts/test-consumer.sh windows || status=1

@@ -128,13 +128,18 @@ public:
     void Press(HWND dialog, WStringView text)
     {
         ::PostMessageW(Child(dialog, TW("Button"), text), BM_CLICK, 0, 0);
-        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+        ExpectGone(dialog);
+    }
+    // The same of a button of the system's, whose texts are in its language.
+    void End(HWND dialog, int button)
+    {
+        Command(dialog, button);
+        ExpectGone(dialog);
     }
     void Answer(HWND dialog, int field, const WString& text)
     {
         SetTextOf(::GetDlgItem(dialog, field), text);
-        ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+        End(dialog, IDOK);
     }
 
     // Opens a dialog by its command, has it filled in, and ends it by the button.
@@ -144,8 +149,7 @@ public:
         const HWND dialog = Window(kDialogClass);
         ASSERT_NE(dialog, nullptr) << command;
         fill(dialog);
-        ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+        End(dialog, button);
     }
 
     // Gives the system's dialog a path, once it has filled its field with the name proposed.
@@ -154,7 +158,7 @@ public:
         const HWND field = Child(dialog, TW("Edit"));
         EXPECT_TRUE(WaitUntil([&] { return !TextOf(field).empty(); }));
         SetTextOf(field, path);
-        Press(dialog, TW("保存"));
+        End(dialog, IDOK);
     }
 
     // Closes the main window. The exit code, or ~0 when the program stays.
@@ -172,6 +176,11 @@ public:
     }
 
 private:
+    static void ExpectGone(HWND dialog)
+    {
+        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+    }
+
     PROCESS_INFORMATION m_process = {};
 };
 
@@ -359,11 +368,11 @@ TEST_F(ViewProgram, GoesOnWithDamagedSettings)
     const HWND box = program.Window(kDialogClass, TW("TolvanView"));
     ASSERT_NE(box, nullptr);
     TakePicture("view-damaged");
-    program.Press(box, TW("OK"));
+    program.End(box, IDOK);
     const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
     ASSERT_NE(frame, nullptr);
     ::PostMessageW(frame, WM_CLOSE, 0, 0);
-    program.Press(program.Window(kDialogClass, TW("TolvanView")), TW("OK"));
+    program.End(program.Window(kDialogClass, TW("TolvanView")), IDOK);
     EXPECT_EQ(program.WaitForEnd(), 0U);
     EXPECT_EQ(folder.Read("settings.cfg.kept"), damaged);
     CSettingData data;
@@ -383,7 +392,7 @@ TEST_F(ViewProgram, LeavesReadOnlySettingsAlone)
         const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
         ASSERT_NE(frame, nullptr);
         ::PostMessageW(frame, WM_CLOSE, 0, 0);
-        program.Press(program.Window(kDialogClass, TW("TolvanView")), TW("OK"));
+        program.End(program.Window(kDialogClass, TW("TolvanView")), IDOK);
         EXPECT_EQ(program.WaitForEnd(), 0U);
     }
     EXPECT_EQ(folder.Read("settings.cfg"), before);
@@ -514,7 +523,7 @@ TEST_F(ViewProgram, ChangesWhatItsDialogsAreTold)
             EXPECT_TRUE(WaitUntil([&] { return PixelAt(editor, {20, 20}) == kText; }));
             EXPECT_EQ(PixelAt(editor, {200, 200}), kBack);
             ::PostMessageW(compose, WM_CLOSE, 0, 0);
-            program.Press(program.Window(kDialogClass), TW("はい"));
+            program.End(program.Window(kDialogClass), IDYES);
         }
         EXPECT_EQ(program.Close(frame), 0U);
         EXPECT_EQ(ReadSettings(settings, button == IDOK ? "secret" : ""),
