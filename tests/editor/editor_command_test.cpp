@@ -71,32 +71,6 @@ TEST_F(EditorCommandTest, Deletes)
     }
 }
 
-// The three commands that look at the selection, and one that does not.
-TEST_F(EditorCommandTest, DeletesTheSelection)
-{
-    Create();
-    const std::pair<int, const char*> cases[] = {{EditorCmdDeleteChar, "af"},
-                                                 {EditorCmdBackSpaceChar, "af"},
-                                                 {EditorCmdDeleteWord, "af"},
-                                                 {EditorCmdDeleteLogicalLineEnd, "a\r\nef"}};
-    for (const auto& [command, expected] : cases) {
-        SetText("abcd\r\nef");
-        editor.SelectText(CTextPos(1, 1), CTextPos(0, 1), 1, 0);
-        editor.ExecEditorCmd(command);
-        EXPECT_EQ(Text(), expected) << command;
-    }
-}
-
-// Surrogate pairs go as one character, and so do both bytes of every unit.
-TEST_F(EditorCommandTest, DeletesWholeCharactersOfUtf16)
-{
-    Create();
-    SetText(std::string("a\0\x42\xD8\xB7\xDFz\0", 8), CT_UNICODE);
-    MoveTo(0, 2);
-    editor.DeleteChar();
-    EXPECT_EQ(Text(), std::string("a\0z\0", 4));
-}
-
 // Behind the text there is nothing to delete: the caret alone goes back, and the line end goes.
 TEST_F(EditorCommandTest, DeletesWithTheFreeCursor)
 {

@@ -26,7 +26,9 @@ public:
     int Number(int low, int high)
     {
         const unsigned range = static_cast<unsigned>(high - low) + 1;
-        const unsigned value = range > 256 ? Byte() << 8 | Byte() : Byte();
+        unsigned value = Byte();
+        if (range > 256)
+            value = value << 8 | Byte();
         return low + static_cast<int>(value % range);
     }
 

@@ -93,7 +93,11 @@ private:
         const int y = anywhere ? m_source.Number(-32768, 32767) : m_source.Number(-20, 110);
         return MAKELPARAM(static_cast<WORD>(x), static_cast<WORD>(y));
     }
-    CTextPos MakePos() { return CTextPos(m_source.Number(-1, 12), m_source.Number(-1, 30)); }
+    CTextPos MakePos()
+    {
+        const int line = m_source.Number(-1, 12);
+        return CTextPos(line, m_source.Number(-1, 30));
+    }
 
     const char* UndoOrRedo(bool undo)
     {
@@ -146,6 +150,8 @@ private:
     }
     void Type(UINT message, int unit)
     {
+        if (unit == '\t' && m_model->GetSelectedEnd() == 0)
+            m_editor.ClearTextSelect(1); // to the model tabs are typed at the caret
         m_model->TypeUnit(static_cast<unsigned>(unit));
         Send(message, static_cast<WPARAM>(unit), 1);
     }
@@ -195,6 +201,8 @@ private:
     {
         const int number = m_source.Number(-3, 6);
         const int flag = static_cast<int>(m_source.Byte() % 2);
+        const CTextPos from = MakePos();
+        const CTextPos to = MakePos();
         const std::function<void()> changes[] = {
             [&] { m_editor.ChangeEditorMetrics(MakeMetrics()); },
             [&] { m_editor.SetReadOnly(number == 0); },
@@ -219,12 +227,12 @@ private:
                 m_model->MarkSelection();
                 m_editor.DrawLineMarker(number);
             },
-            [&] { m_editor.AddFoundArray(MakePos(), MakePos()); },
+            [&] { m_editor.AddFoundArray(from, to); },
             [&] {
                 m_model->Paste(flag != 0);
                 m_editor.PasteText(flag);
             },
-            [&] { m_editor.SelectText(MakePos(), MakePos(), 1, flag); },
+            [&] { m_editor.SelectText(from, to, 1, flag); },
         };
         changes[m_source.Number(0, std::size(changes) - 1)]();
     }

@@ -118,72 +118,81 @@ public:
 
     void Run(int command)
     {
+        const bool selectionFirst = command == EditorCmdDeleteChar ||
+                                    command == EditorCmdBackSpaceChar ||
+                                    command == EditorCmdDeleteWord;
+        if (selectionFirst && DeleteSelection())
+            return;
         const CTextPos& caret = m_editor.GetCaretTPos();
-        const Pos at = PosOf(caret);
-        const Pos home = {at.line, 0};
-        const bool isFree = Doc().IsFreeCursor() && !Doc().IsInText(caret);
-        // The row in which the caret is shown, of the window's own wrapping.
+        const CTextPos lineEnd(caret.line, Doc().GetLineByteCountL(caret.line));
+        // The row in which the caret is shown.
         int shownRow = 0, column = 0;
         m_editor.GetCaretPos(shownRow, column);
         const CTextPos row = Doc().FindSerialLineP(shownRow);
-        CTextPos to = row;
+        CTextPos from = caret, to = caret;
         switch (command) {
         case EditorCmdDeleteChar:
-            if (!DeleteSelection())
-                Replace(at, Next(at), "");
+            if (caret.logicalByte < lineEnd.logicalByte)
+                Doc().ToNextChar(to);
+            else
+                Doc().ToNextLogicalLine(to);
             break;
         case EditorCmdBackSpaceChar:
-            if (!DeleteSelection() && !isFree)
-                Replace(Previous(at), at, "");
+            if (Doc().IsInText(caret))
+                Doc().ToPrevChar(from);
             break;
         case EditorCmdDeleteWord:
-            to = caret;
             Doc().ToNextWordTop(to);
-            if (!DeleteSelection())
-                Replace(at, PosOf(to), "");
             break;
         case EditorCmdDeletePhysicalLine:
+            from = to = row;
             Doc().ToNextPhysicalLine(to);
-            Replace(PosOf(row), PosOf(to), "");
             break;
         case EditorCmdDeletePhysicalLineHome:
-            Replace(PosOf(row), at, "");
+            from = row;
             break;
         case EditorCmdDeletePhysicalLineEnd:
+            to = row;
             Doc().ToPhysicalLineEnd(to);
-            Replace(at, PosOf(to), "");
             break;
         case EditorCmdDeleteLogicalLine:
-            Replace(home, LineAfter(at), "");
+            from.logicalByte = 0;
+            Doc().ToNextLogicalLine(to);
             break;
         case EditorCmdDeleteLogicalLineHome:
-            Replace(home, at, "");
+            from.logicalByte = 0;
             break;
         case EditorCmdDeleteLogicalLineEnd:
-            Replace(at, Clip({at.line, INT_MAX}), "");
+            to = lineEnd;
             break;
         case EditorCmdToggleInsert:
             if (m_editor.IsReadOnly() == 0)
                 m_insertMode = m_insertMode == 0;
-            break;
+            return;
         default:
-            break;
+            return;
         }
+        Replace(PosOf(from), PosOf(to), "");
     }
 
     // --- lines ---
 
-    // False when no lines are selected.
-    bool Indent(bool right, int count)
+    // The line behind those that a selection over a line end reaches into; 0 for none.
+    int GetSelectedEnd()
     {
         const Pos start = Start(), end = End();
         const int behind = std::min(end.byte > 0 ? end.line + 1 : end.line, LineCount(Now()));
-        if (m_editor.IsReadOnly() != 0 || count <= 0 || start.line == end.line ||
-            start.line >= behind)
+        return start.line < end.line && start.line < behind ? behind : 0;
+    }
+    // False when no lines are selected.
+    bool Indent(bool right, int count)
+    {
+        const int behind = GetSelectedEnd();
+        if (m_editor.IsReadOnly() != 0 || count <= 0 || behind == 0)
             return false;
         State state = Now();
         bool changed = false;
-        for (int line = start.line; line < behind; ++line)
+        for (int line = Start().line; line < behind; ++line)
             changed = IndentBy(LineAt(state, line), right ? count : -count) || changed;
         AddState(state, changed);
         return true;
@@ -267,24 +276,6 @@ private:
         return {pos.line, *(std::upper_bound(tops.begin(), tops.end(), pos.byte) - 1)};
     }
     Pos Clip(const Pos& pos) { return ToTop(Now(), pos, m_wide); }
-    Pos LineAfter(const Pos& pos)
-    {
-        return pos.line + 1 < LineCount(Now()) ? Pos{pos.line + 1, 0} : Clip({INT_MAX, 0});
-    }
-    Pos Next(const Pos& pos)
-    {
-        const Pos at = Clip(pos);
-        if (at != pos || at.byte == Length(LineAt(Now(), at.line)))
-            return LineAfter(pos);
-        const std::vector<int> tops = CharTops(LineAt(Now(), at.line), m_wide);
-        return {at.line, *std::upper_bound(tops.begin(), tops.end(), at.byte)};
-    }
-    Pos Previous(const Pos& pos)
-    {
-        if (pos.byte > 0)
-            return Clip({pos.line, pos.byte - 1});
-        return pos.line > 0 ? Clip({pos.line - 1, INT_MAX}) : pos;
-    }
 
     void AddState(const State& state, bool changed)
     {
@@ -295,34 +286,22 @@ private:
     }
     // Behind the text there is nothing to delete; with nothing selected there, line ends and blanks
     // fill up to what is inserted.
-    void Replace(Pos from, const Pos& to, std::string text)
+    void Replace(const Pos& from, const Pos& to, std::string text)
     {
         State state = Now();
-        const bool changed = ReplaceIn(state, from, to, std::move(text));
-        AddState(state, changed);
-        m_caretKnown = changed && m_editor.IsReadOnly() == 0;
-        m_caret = from;
-    }
-    // `from` becomes the place behind the text.
-    bool ReplaceIn(State& state, Pos& from, const Pos& to, std::string text) const
-    {
-        Pos start = ToTop(state, from, m_wide);
-        Pos end = ToTop(state, to, m_wide);
-        if (end < start)
-            std::swap(start, end);
+        const Pos start = Clip(std::min(from, to)), end = Clip(std::max(from, to));
         if (from == to && Doc().IsFreeCursor() && start < from && !text.empty()) {
             const int lines = from.line - start.line;
             const int blanks = (from.byte - (lines > 0 ? 0 : start.byte)) / UnitSize();
             text.insert(0, Units(std::string(static_cast<std::size_t>(lines), '\n') +
                                  std::string(static_cast<std::size_t>(blanks), ' ')));
         }
-        const bool changed = start < end || !text.empty();
+        m_caretKnown = m_editor.IsReadOnly() == 0 && (start < end || !text.empty());
         state.Delete(start, end);
-        // Where halves of a character came together.
-        from = ToTop(state, start, m_wide);
+        m_caret = ToTop(state, start, m_wide); // halves of a character may have come together
         if (!text.empty())
-            from = ToTop(state, state.Insert(from, text, m_wide), m_wide);
-        return changed;
+            m_caret = ToTop(state, state.Insert(m_caret, text, m_wide), m_wide);
+        AddState(state, m_caretKnown);
     }
 
     void TypeCharacter(const tlvn::WString& units)
@@ -369,26 +348,14 @@ private:
         }
         Replace(start, m_editor.IsTextSelected() != 0 ? End() : start, text);
     }
+    // The column is that of the caret: nothing is selected.
     std::size_t CountTabBlanks() const
     {
+        const CEditorMetrics& metrics = m_editor.GetEditorMetrics();
         int line = 0, column = 0;
         m_editor.GetCaretPos(line, column);
-        if (m_editor.IsTextSelected() != 0) {
-            CTextPos start, end;
-            m_editor.GetSelectRange(start, end);
-            const int length =
-                std::min(start.byte, Doc().GetLineByteCountP(start.line, start.physical));
-            column = (start.byte - length) / UnitSize();
-            if (length > 0) {
-                const CLLineData& data = Doc().GetLine(start.line);
-                column += tlvn::CountColumns(tlvn::TextCode(Doc().GetCodeType()),
-                                             data.GetText() + data.GetStart(start.physical), length,
-                                             TabColumn());
-            }
-        }
-        const bool turns =
-            m_editor.GetEditorMetrics().GetAutoTurn() == CEditorMetrics::kTurnAtColumn;
-        const int width = turns ? m_editor.GetEditorMetrics().GetTurnCols() : INT_MAX;
+        const bool turns = metrics.GetAutoTurn() == CEditorMetrics::kTurnAtColumn;
+        const int width = turns ? metrics.GetTurnCols() : INT_MAX;
         column %= width;
         int stop = (column + TabColumn()) / TabColumn() * TabColumn();
         if (turns && stop % width < TabColumn())
