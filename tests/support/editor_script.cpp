@@ -331,13 +331,27 @@ TEST_F(EditorScript, TypesTheResultOfTheInputMethod)
     EXPECT_EQ(tlvn::InputContext(editor.m_hWnd).Get(), nullptr);
 }
 
+// The header block in its colour, text where there is some, and none behind it.
+TEST_F(EditorScript, ShowsHeaderAndText)
+{
+    constexpr COLORREF kHeaderBack = 0xD0FFD0;
+    Show("\x93\xFA\x96\x7B\x8C\xEA");               // 日本語
+    editor.InsertHeaderText("\x8C\x8F\x96\xBC", 4); // 件名
+    const Picture picture = LookWithoutCaret();
+    for (const auto& [row, columns, back] : {std::tuple{0, 4, kHeaderBack}, {1, 6, kBack}}) {
+        for (int column = 0; column < columns; column += 2)
+            EXPECT_FALSE(IsAll(picture, Cells(row, column, column + 2), back)) << row << column;
+        EXPECT_TRUE(IsAll(picture, Cells(row, columns, 20), back)) << row;
+    }
+}
+
 // Shown or not, here or there, narrow or wide: the screen differs in the caret, and in its mark
 // in the column ruler, where the strokes stay.
 TEST_F(EditorScript, ShowsTheCaret)
 {
     metrics.SetShowColRuler(1);
     metrics.SetShowLineRuler(1);
-    Show("abcd\r\nefgh");
+    Show("abcd\r\nefg");
     const int width = editor.GetCharWidth();
     const auto inRuler = [&](int column, std::vector<CRect> changed) {
         const int x = Cells(0, column, column).left;
@@ -346,13 +360,11 @@ TEST_F(EditorScript, ShowsTheCaret)
         return changed;
     };
     Press({VK_RIGHT});
-    ASSERT_TRUE(Becomes("a|bcd\r\nefgh"));
+    ASSERT_TRUE(Becomes("a|bcd\r\nefg"));
     const Picture first = Look();
     EXPECT_EQ(FindUnexpected(LookWithoutCaret(), first, {CaretAt(0, 1, 2)}), "");
-    Press({VK_DOWN});
-    Press({VK_RIGHT});
-    Press({VK_RIGHT});
-    ASSERT_TRUE(Becomes("abcd\r\nefg|h"));
+    Press({VK_CONTROL, VK_END});
+    ASSERT_TRUE(Becomes("abcd\r\nefg|"));
     EXPECT_EQ(
         FindUnexpected(first, Look(), inRuler(1, inRuler(3, {CaretAt(0, 1, 2), CaretAt(1, 3, 2)}))),
         "");
