@@ -40,6 +40,7 @@ configure_and_build windows TolvanView
 
 if [ -n "${DISPLAY:-}" ]; then
     scripts/wine-prefix.sh >/dev/null 2>&1
+    set_managed Y
     run_wine build/windows/bin/TolvanView.exe "$opened"
     exit
 fi
