@@ -5,10 +5,24 @@
 #include "TlvnMisc.h"
 #include "persist/zip/zip_format.h"
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
 namespace zip_maker {
+
+struct Field {
+    int bytes;
+    UINT64 value;
+};
+
+inline std::string Bytes(std::initializer_list<Field> fields)
+{
+    std::string out;
+    for (const Field& field : fields)
+        tlvn::PutZip(out, field.bytes, field.value);
+    return out;
+}
 
 // CRC-32 bit by bit.
 inline DWORD Crc(const std::string& data)
@@ -25,10 +39,7 @@ inline DWORD Crc(const std::string& data)
 // The data as one stored block of a deflate stream.
 inline std::string Deflated(const std::string& data)
 {
-    std::string out = "\1";
-    tlvn::PutZip(out, 2, data.size());
-    tlvn::PutZip(out, 2, ~data.size());
-    return out + data;
+    return "\1" + Bytes({{2, data.size()}, {2, ~data.size()}}) + data;
 }
 
 // A member; what is left as it is gives a right one.
@@ -57,48 +68,29 @@ struct EndLies {
 inline std::string Make(const std::vector<Member>& members, const EndLies& lies = {},
                         const std::string& before = {}, const std::string& comment = {})
 {
-    using tlvn::PutZip;
     std::string files, directory;
     for (const Member& m : members) {
         const std::string packed = m.method == 8 ? Deflated(m.content) : m.content;
         const UINT64 offset = files.size() + m.offsetLie;
-        std::string common; // method to sizes
-        PutZip(common, 4, m.dosTime);
-        PutZip(common, 4, Crc(m.content) + m.crcLie);
-        PutZip(common, 4, packed.size() + m.packedLie);
-        PutZip(common, 4, m.content.size() + m.sizeLie);
-
-        PutZip(files, 4, tlvn::kZipLocalSignature);
-        PutZip(files, 2, 20);
-        PutZip(files, 2, m.flags);
-        PutZip(files, 2, m.method + m.localMethodLie);
-        files += common;
-        PutZip(files, 2, m.name.size() + m.nameLie);
-        PutZip(files, 2, m.localExtra.size());
-        files += m.name + m.localExtra + packed;
-
-        PutZip(directory, 4, m.centralSignature);
-        PutZip(directory, 2, m.madeBy);
-        PutZip(directory, 2, 20);
-        PutZip(directory, 2, m.flags);
-        PutZip(directory, 2, m.method);
-        directory += common;
-        PutZip(directory, 2, m.name.size());
-        PutZip(directory, 2, m.centralExtra.size());
-        PutZip(directory, 6, 0); // comment, volume, internal attributes
-        PutZip(directory, 4, m.attributes);
-        PutZip(directory, 4, offset);
-        directory += m.name + m.centralExtra;
+        const std::string common = Bytes({{4, m.dosTime},
+                                          {4, Crc(m.content) + m.crcLie},
+                                          {4, packed.size() + m.packedLie},
+                                          {4, m.content.size() + m.sizeLie}});
+        files += Bytes({{4, tlvn::kZipLocalSignature}, {2, 20}, {2, m.flags}}) +
+                 Bytes({{2, m.method + m.localMethodLie}}) + common +
+                 Bytes({{2, m.name.size() + m.nameLie}, {2, m.localExtra.size()}}) + m.name +
+                 m.localExtra + packed;
+        // Between the lengths and the attributes: comment, volume, internal attributes.
+        directory += Bytes({{4, m.centralSignature}, {2, m.madeBy}, {2, 20}, {2, m.flags}}) +
+                     Bytes({{2, m.method}}) + common +
+                     Bytes({{2, m.name.size()}, {2, m.centralExtra.size()}, {6, 0}}) +
+                     Bytes({{4, m.attributes}, {4, offset}}) + m.name + m.centralExtra;
     }
-    std::string end;
-    PutZip(end, 4, tlvn::kZipEndSignature);
-    PutZip(end, 4, 0);
-    PutZip(end, 2, members.size() + lies.count);
-    PutZip(end, 2, members.size() + lies.count);
-    PutZip(end, 4, directory.size() + lies.size);
-    PutZip(end, 4, files.size() + lies.offset);
-    PutZip(end, 2, comment.size());
-    return before + files + directory + end + comment;
+    const UINT64 count = members.size() + lies.count;
+    return before + files + directory +
+           Bytes({{4, tlvn::kZipEndSignature}, {4, 0}, {2, count}, {2, count}}) +
+           Bytes({{4, directory.size() + lies.size}, {4, files.size() + lies.offset}}) +
+           Bytes({{2, comment.size()}}) + comment;
 }
 
 } // namespace zip_maker

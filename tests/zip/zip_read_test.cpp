@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 using namespace tlvn;
-using zip_maker::EndLies;
+using zip_maker::Bytes;
 using zip_maker::Make;
 using zip_maker::Member;
 
@@ -15,17 +15,14 @@ namespace {
 
 std::string Extra(unsigned id, const std::string& data)
 {
-    std::string out;
-    PutZip(out, 2, id);
-    PutZip(out, 2, data.size());
-    return out + data;
+    return Bytes({{2, id}, {2, data.size()}}) + data;
 }
 
 std::string Times(int flags, const std::vector<int>& times)
 {
     std::string data(1, static_cast<char>(flags));
     for (const int time : times)
-        PutZip(data, 4, static_cast<UINT64>(time));
+        data += Bytes({{4, static_cast<UINT64>(time)}});
     return Extra(kZipTimeExtra, data);
 }
 
@@ -198,11 +195,8 @@ TEST(ZipRead, RefusesHeadersThatLie)
     const UINT64 all = 0xFFFFFFFF;
     const std::string content = Member().content;
     const std::size_t size = content.size(), packed = zip_maker::Deflated(content).size();
-    std::string sizes;
-    PutZip(sizes, 8, size);
-    PutZip(sizes, 8, packed);
     Member zip64 = {.method = 8, .sizeLie = all - size, .packedLie = all - packed};
-    zip64.localExtra = zip64.centralExtra = Extra(kZip64Extra, sizes);
+    zip64.localExtra = zip64.centralExtra = Extra(kZip64Extra, Bytes({{8, size}, {8, packed}}));
     const struct {
         const char* what;
         Member member;
@@ -289,14 +283,10 @@ TEST(ZipRead, TellsWhereTheDirectoryEnds)
 // Under the sanitizers: no flipped byte and no cut leads outside the memory or to another code.
 TEST(ZipRead, SurvivesEveryDamage)
 {
-    const TempFolder folder;
     for (const char* password : {"", "secret"}) {
-        CZip zip;
-        ASSERT_TRUE(Create(zip, folder, password));
-        Add(zip, TW("a.txt"), "some text, some text, some text, some text");
-        Add(zip, TW("b.zip"), "stored");
-        ASSERT_TRUE(zip.Close());
-        const std::string whole = folder.Read("a.zip");
+        const std::string whole = Pack(
+            {{TW("a.txt"), "some text, some text, some text, some text"}, {TW("b.zip"), "stored"}},
+            password);
         for (std::size_t i = 0; i < whole.size(); ++i) {
             EXPECT_STREQ(zip_check::Violation(whole.data(), i, password, 16), "") << i;
             for (const int flip : {0x01, 0x80, 0xFF}) {

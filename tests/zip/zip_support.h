@@ -7,6 +7,11 @@
 #include "platform/nls.h"
 #include "tests/support/temp_folder.h"
 
+#include <gtest/gtest.h>
+
+#include <map>
+#include <vector>
+
 // The code of an operation that returned `done`; all one bits when the two do not agree.
 inline DWORD Code(const CZip& zip, int done)
 {
@@ -28,6 +33,19 @@ inline int Create(CZip& zip, const TempFolder& folder, const char* password = nu
 inline int Add(CZip& zip, const WCHAR* name, std::string content)
 {
     return zip.ZipAdd(name, content.data(), static_cast<unsigned>(content.size()));
+}
+
+// An archive of these names and contents, written by us.
+inline std::string Pack(const std::vector<std::pair<tlvn::WString, std::string>>& entries,
+                        const char* password = nullptr)
+{
+    const TempFolder folder;
+    CZip zip;
+    EXPECT_TRUE(Create(zip, folder, password));
+    for (const auto& [name, content] : entries)
+        EXPECT_TRUE(Add(zip, name.c_str(), content));
+    EXPECT_TRUE(zip.Close());
+    return folder.Read("a.zip");
 }
 
 // The whole entry in chunks of `chunk` bytes; `code` gets the last result.
@@ -62,4 +80,21 @@ inline std::string NameOf(CZip& zip, int index)
     if (!zip.GetZipItem(index, &entry))
         return std::to_string(zip.GetLastErrorID());
     return tlvn::Utf16ToUtf8(entry.name);
+}
+
+// The contents by the names of the entries that are no folders, "failed" where one cannot be had.
+inline std::map<std::string, std::string> ReadZip(std::string archive, const char* password)
+{
+    std::map<std::string, std::string> contents;
+    CZip zip;
+    ZIPENTRY entry;
+    OpenZip(zip, archive, password);
+    for (int i = 0; zip.GetZipItem(i, &entry); ++i) {
+        int code = 0;
+        if ((entry.attr & 16) != 0)
+            continue;
+        const std::string content = Unzip(zip, i, 4096, code);
+        contents[NameOf(zip, i)] = code == 0 ? content : "failed";
+    }
+    return contents;
 }

@@ -1,6 +1,7 @@
 #include "persist/zip/zip_format.h"
 #include "platform/clock.h"
 #include "platform/string_table.h"
+#include "tests/support/zip_maker.h"
 #include "tests/zip/zip_support.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <random>
 
 using namespace tlvn;
+using zip_maker::Bytes;
 
 namespace {
 
@@ -17,19 +19,6 @@ const BYTE* At(const std::string& archive, std::size_t offset)
     return reinterpret_cast<const BYTE*>(archive.data()) + offset;
 }
 
-struct Field {
-    int bytes;
-    UINT64 value;
-};
-
-std::string Bytes(std::initializer_list<Field> fields)
-{
-    std::string out;
-    for (const Field& field : fields)
-        PutZip(out, field.bytes, field.value);
-    return out;
-}
-
 } // namespace
 
 // Every field of a stored entry, with and without password; what is other for a deflated one and
@@ -37,14 +26,10 @@ std::string Bytes(std::initializer_list<Field> fields)
 TEST(ZipWrite, WritesTheHeadersChosen)
 {
     for (const bool encrypted : {false, true}) {
-        const TempFolder folder;
-        CZip zip;
-        ASSERT_TRUE(Create(zip, folder, encrypted ? "pw" : nullptr));
-        ASSERT_TRUE(Add(zip, TW("dir\\file.zip"), "123456789"));
-        ASSERT_TRUE(Add(zip, TW("mail.txt"), std::string(1000, 'x')));
-        ASSERT_TRUE(Add(zip, TW("folder\\"), ""));
-        ASSERT_TRUE(zip.Close());
-        std::string archive = folder.Read("a.zip");
+        std::string archive = Pack({{TW("dir\\file.zip"), "123456789"},
+                                    {TW("mail.txt"), std::string(1000, 'x')},
+                                    {TW("folder\\"), ""}},
+                                   encrypted ? "pw" : nullptr);
         const std::size_t packed = encrypted ? 21 : 9, end = archive.size() - kZipEndSize;
         const UINT64 flags = encrypted ? 9 : 8, crc = 0xCBF43926;
         const UINT64 dosTime = GetZip32(At(archive, 10)), time = GetZip32(At(archive, 47));
@@ -76,6 +61,7 @@ TEST(ZipWrite, WritesTheHeadersChosen)
         // Without the timestamp fields the DOS time tells the same, to two seconds.
         for (std::size_t at; (at = archive.find("UT")) != std::string::npos;)
             archive[at] = 'X';
+        CZip zip;
         ZIPENTRY entry;
         ASSERT_TRUE(OpenZip(zip, archive) && zip.GetZipItem(0, &entry));
         EXPECT_EQ(Seconds(entry.mtime), static_cast<INT64>(time & ~UINT64{1}));
@@ -108,13 +94,10 @@ TEST(ZipWrite, StoresNamesAndChoosesMethods)
     };
     for (const char* name : {"a.Z", "a.ZIP", "a.zoo", "a.arc", "a.lzh", "a.arj", "a.gz", "a.tgz"})
         cases.push_back({WidenText(name), name, 0});
-    const TempFolder folder;
-    CZip zip;
-    ASSERT_TRUE(Create(zip, folder));
+    std::vector<std::pair<WString, std::string>> entries;
     for (const auto& c : cases)
-        ASSERT_TRUE(Add(zip, c.name.c_str(), "content"));
-    ASSERT_TRUE(zip.Close());
-    const std::string archive = folder.Read("a.zip");
+        entries.emplace_back(c.name, "content");
+    const std::string archive = Pack(entries);
     std::size_t central = GetZip32(At(archive, archive.size() - 6));
     for (const auto& c : cases) {
         const unsigned length = GetZip16(At(archive, central + 28));
@@ -124,30 +107,25 @@ TEST(ZipWrite, StoresNamesAndChoosesMethods)
     }
 }
 
-// Random contents around the size of a block, packable and not, in random chunks; archives of one
-// object in turn.
+// Random contents around the size of a block, packable and not, in random chunks.
 TEST(ZipWrite, ReadsBackWhatItWrote)
 {
     std::mt19937 random(5);
     CZip zip;
     for (const char* password : {"", "\x83\x5C and more of it, longer than a block"}) {
-        const TempFolder folder;
-        std::vector<std::string> contents;
-        ASSERT_TRUE(Create(zip, folder, password));
+        std::vector<std::pair<WString, std::string>> entries;
         for (const unsigned size : {0u, 1u, 65535u, 65536u, 65537u, 300000u}) {
-            std::string& content = contents.emplace_back(size, '\0');
-            for (char& c : content)
+            entries.emplace_back(size % 3 == 0 ? TW("x.gz") : TW("x"), std::string(size, '\0'));
+            for (char& c : entries.back().second)
                 c = static_cast<char>(random() % (size % 2 != 0 ? 256 : 4));
-            ASSERT_TRUE(Add(zip, size % 3 == 0 ? TW("x.gz") : TW("x"), content));
         }
-        ASSERT_TRUE(zip.Close());
-        std::string archive = folder.Read("a.zip");
+        std::string archive = Pack(entries, password);
         ASSERT_TRUE(OpenZip(zip, archive, password));
         for (unsigned round = 0; round < 60; ++round) {
-            const std::size_t index = round % contents.size();
+            const std::size_t index = round % entries.size();
             const auto chunk = static_cast<unsigned>(1 + random() % 70000);
             int code;
-            EXPECT_EQ(Unzip(zip, static_cast<int>(index), chunk, code), contents[index]);
+            EXPECT_EQ(Unzip(zip, static_cast<int>(index), chunk, code), entries[index].second);
             EXPECT_EQ(code, 0);
         }
     }
@@ -157,12 +135,8 @@ TEST(ZipWrite, ReadsBackWhatItWrote)
 TEST(ZipWrite, TellsWrongPasswordFromDamage)
 {
     for (const WCHAR* name : {TW("a.txt"), TW("a.zip")}) {
-        const TempFolder folder;
+        std::string archive = Pack({{name, "some text, some text, some text, some text"}}, "right");
         CZip zip;
-        ASSERT_TRUE(Create(zip, folder, "right"));
-        ASSERT_TRUE(Add(zip, name, "some text, some text, some text, some text"));
-        ASSERT_TRUE(zip.Close());
-        std::string archive = folder.Read("a.zip");
         int code, wrong = 0, atOnce = 0;
         char c;
         for (int i = 0; i < 2000; ++i) {
