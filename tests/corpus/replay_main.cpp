@@ -1,6 +1,6 @@
-// Feeds to the fuzz target it is linked with: the empty input, bytes at random, every file of a
-// folder, and as many changed ones as asked for, the same in every run:
-//   replay_NAME FOLDER COUNT
+// Feeds to the fuzz target it is linked with: the empty input, bytes at random, every file of the
+// folders, and as many changed ones as asked for, the same in every run:
+//   replay_NAME COUNT FOLDER...
 
 #include "fuzz/fuzz.h"
 
@@ -42,11 +42,12 @@ int main(int argc, char** argv)
     std::vector<Bytes> inputs(2);
     for (int i = 0; i < 2000; ++i)
         inputs[1].push_back(static_cast<std::uint8_t>(random()));
-    const std::filesystem::path folder = argc > 1 ? argv[1] : "";
-    const int changed = argc > 2 ? std::atoi(argv[2]) : 0;
+    const int changed = argc > 1 ? std::atoi(argv[1]) : 0;
     std::vector<std::filesystem::path> files;
-    if (std::filesystem::is_directory(folder))
-        files.assign(std::filesystem::directory_iterator(folder), {});
+    std::error_code none; // a target without a corpus
+    for (int i = 2; i < argc; ++i)
+        for (const auto& file : std::filesystem::directory_iterator(argv[i], none))
+            files.push_back(file);
     std::sort(files.begin(), files.end()); // whatever order the system lists them in
     for (const auto& file : files) {
         std::ifstream in(file, std::ios::binary);

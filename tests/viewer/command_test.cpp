@@ -1,4 +1,3 @@
-#include "tests/support/temp_folder.h"
 #include "ui/accel_data.h"
 #include "viewer/command_state.h"
 #include "viewer/key_settings.h"
@@ -11,24 +10,16 @@ namespace {
 // Each row is what has just become possible; a command that looks at another condition fails.
 TEST(CommandState, FollowsWhatIsChosenAndShown)
 {
-    CommandContext none;
-    CommandContext chosen;
-    chosen.chosenMails = 1;
-    CommandContext shown;
-    shown.mailShown = true;
-    CommandContext selected = shown;
-    selected.textSelected = selected.bodySelected = true;
-    CommandContext marked = shown;
-    marked.markersDrawn = true;
-    CommandContext markedSelected = selected;
-    markedSelected.markersDrawn = true;
-    CommandContext composing;
-    composing.composing = true;
-    CommandContext flawed = composing;
-    flawed.hasFlaws = true;
-    CommandContext exporting = selected;
-    exporting.chosenMails = 2;
-    exporting.exporting = true;
+    const CommandContext none;
+    const CommandContext chosen = {.chosenMails = 1};
+    const CommandContext shown = {.mailShown = true};
+    const CommandContext selected = {.mailShown = true, .textSelected = true, .bodySelected = true};
+    const CommandContext marked = {.mailShown = true, .markersDrawn = true};
+    const CommandContext both = {.mailShown = true, .bodySelected = true, .markersDrawn = true};
+    const CommandContext composing = {.composing = true};
+    const CommandContext flawed = {.composing = true, .hasFlaws = true};
+    const CommandContext exporting = {
+        .chosenMails = 2, .mailShown = true, .bodySelected = true, .exporting = true};
     const struct {
         int command;
         const CommandContext& context;
@@ -44,7 +35,7 @@ TEST(CommandState, FollowsWhatIsChosenAndShown)
         {ID_MARKER_LAST, selected, true},
         {ID_MARKER_ERASE, selected, false},
         {ID_MARKER_ERASE, marked, false},
-        {ID_MARKER_ERASE, markedSelected, true},
+        {ID_MARKER_ERASE, both, true},
         {ID_MARKER_ERASE_ALL, marked, true},
         {ID_EDIT_COPY, selected, true},
         {ID_EDIT_CUT, selected, false}, // a mail that is read is not changed
@@ -60,16 +51,10 @@ TEST(CommandState, FollowsWhatIsChosenAndShown)
         EXPECT_EQ(IsCommandEnabled(c.command, c.context), c.enabled) << c.command;
 }
 
-CSettingData& Loaded(CSettingData& settings)
-{
-    settings.LoadNone();
-    return settings;
-}
-
 TEST(KeySettings, ComeBackAndLeaveOutWhatIsNone)
 {
-    CSettingData data;
-    CSettingData& settings = Loaded(data);
+    CSettingData settings;
+    settings.LoadNone();
     CAccelData keys;
     keys.SetCmdID(FCONTROL, 'R', ID_MAIL_REPLY);
     EXPECT_FALSE(LoadKeys(settings, "Keys", "Main", ID_COMMAND_FIRST, ID_COMMAND_LAST, keys));

@@ -1,6 +1,7 @@
 #include "charcode/charset.h"
 #include "charcode/convert.h"
 #include "tests/support/temp_folder.h"
+#include "tests/viewer/viewer_support.h"
 #include "viewer/draft_check.h"
 #include "viewer/header_encode.h"
 #include "viewer/header_text.h"
@@ -10,6 +11,7 @@
 
 #include <cstring>
 #include <random>
+#include <sstream>
 
 namespace tlvn {
 namespace {
@@ -44,13 +46,11 @@ Draft MakeDraft(CodeType type, const std::string& text)
 std::string LongestLine(const std::string& mail)
 {
     std::string longest;
-    for (std::size_t start = 0; start < mail.size();) {
-        const std::size_t end = std::min(mail.find("\r\n", start), mail.size());
-        if (end - start > longest.size())
-            longest = mail.substr(start, end - start);
-        start = end + 2;
-    }
-    return longest;
+    std::istringstream lines(mail);
+    for (std::string line; std::getline(lines, line);)
+        if (line.size() > longest.size())
+            longest = line;
+    return longest.substr(0, longest.find('\r'));
 }
 
 TEST(HeaderEncode, IsAsciiAndReadsBack)
@@ -58,7 +58,7 @@ TEST(HeaderEncode, IsAsciiAndReadsBack)
     const struct {
         const char* text;
         CodeType preferred;
-        const char* encoded; // null: by its properties only
+        const char* encoded; // null: only what it reads back to
     } cases[] = {
         {"", CT_JIS, ""},
         {"plain  text", CT_JIS, "plain  text"},
@@ -72,9 +72,7 @@ TEST(HeaderEncode, IsAsciiAndReadsBack)
     };
     for (const auto& c : cases) {
         const std::string encoded = EncodeHeaderText(c.text, c.preferred);
-        if (c.encoded != nullptr) {
-            EXPECT_EQ(encoded, c.encoded);
-        }
+        EXPECT_EQ(encoded, c.encoded != nullptr ? c.encoded : encoded);
         EXPECT_EQ(DecodeHeaderValue(encoded), c.text);
     }
     // Blanks alone are no line, so that so many could not be folded.
@@ -86,14 +84,13 @@ TEST(HeaderEncode, IsAsciiAndReadsBack)
     }
     // The first word of each field leaves room for the name, whatever the code.
     for (const char* const name : {"To", "Subject", "X-A-Name-That-Is-Not-So-Short"}) {
-        const std::string words = "長い件名長い件名長い件名長い件名長い件名長い件名";
+        const std::string words = Repeated("長い件名", 72);
         const std::size_t column = std::strlen(name) + 2;
         for (const CodeType type : {CT_JIS, CT_UTF8}) {
-            const std::string text = FormatField(name, EncodeHeaderText(words, type, column));
-            EXPECT_LE(LongestLine(text).size(), 76u) << text;
-            const std::string list =
-                FormatField(name, EncodeMailboxes({{words, "a@b"}, {words, "c@d"}}, type, column));
-            EXPECT_LE(LongestLine(list).size(), 76u) << list;
+            for (const std::string& value :
+                 {EncodeHeaderText(words, type, column),
+                  EncodeMailboxes({{words, "a@b"}, {words, "c@d"}}, type, column)})
+                EXPECT_LE(LongestLine(FormatField(name, value)).size(), 76u) << value;
         }
     }
     // A line end starts no field of its own.
@@ -188,14 +185,13 @@ TEST(MailCompose, LinesEndInCrLf)
 TEST(MailCompose, TellsWhatIsWrong)
 {
     const struct {
-        const char* to;
-        const char* field;
+        const char *to, *field;
         bool good;
     } cases[] = {
         {"", "X-A", true},           {"a@b.jp, Ken <c@d.jp>", "X-A", true},
         {"ken", "X-A", false},       {"<a;b@c.jp>", "X-A", false},
         {"日本@b.jp", "X-A", false}, {"한@b.jp", "X-A", false},
-        {"\"a@b.jp", "X-A", true}, // the quote is never closed: a character like others
+        {"\"a@b.jp", "X-A", false}, // the quote is never closed
         {"(a@b.jp", "X-A", false},   {"a@b.jp", "X A", false},
         {"a@b.jp", "X:", false},     {"a@b.jp", "", false},
     };
@@ -206,8 +202,7 @@ TEST(MailCompose, TellsWhatIsWrong)
         DraftSource source;
         std::string error;
         const bool good = FormatDraft(draft, 0, "<1@b>", source, error);
-        // An unclosed quote in an address is forbidden by the check of addresses.
-        EXPECT_EQ(good, c.good && std::string(c.to) != "\"a@b.jp") << c.to << ' ' << c.field;
+        EXPECT_EQ(good, c.good) << c.to << ' ' << c.field;
         EXPECT_EQ(good, error.empty());
     }
     Draft draft = MakeDraft(CT_JIS, "");

@@ -1,18 +1,18 @@
 #include "viewer/header_text.h"
 
+#include "tests/viewer/viewer_support.h"
+
 #include <gtest/gtest.h>
 
 namespace tlvn {
 namespace {
 
-struct Case {
-    std::string value;
-    const char* expected;
-};
-
 TEST(HeaderText, DecodesValues)
 {
-    const Case cases[] = {
+    const struct {
+        std::string value;
+        const char* expected;
+    } cases[] = {
         // Folding, with CR LF, LF, tab, and white space at the ends.
         {"", ""},
         {" plain ", "plain"},
@@ -52,7 +52,7 @@ TEST(HeaderText, DecodesValues)
         {"=?utf-8?Q?\?=", ""},
         {"=?utf-8?Q?=?utf-8?Q?x?=", "=?utf-8?Q?x"},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(DecodeHeaderValue(c.value), c.expected) << c.value;
 }
 
@@ -60,9 +60,7 @@ TEST(HeaderText, DecodesValues)
 TEST(HeaderText, ValuesFullOfBeginningsAreLinear)
 {
     for (const char* piece : {"=?a?Q?", "=? a?Q?", "=?utf-8?B?", "=?"}) {
-        std::string value;
-        while (value.size() < 1'000'000)
-            value += piece;
+        const std::string value = Repeated(piece, 1'000'000);
         EXPECT_FALSE(DecodeHeaderValue(value).empty());
         EXPECT_FALSE(DecodeHeaderValue(value + "?=").empty());
     }
@@ -71,8 +69,7 @@ TEST(HeaderText, ValuesFullOfBeginningsAreLinear)
 TEST(HeaderText, ReadsParameters)
 {
     const struct {
-        const char* value;
-        const char* main;
+        const char *value, *main;
         const char* text; // of the parameter "name"
     } cases[] = {
         {"", "", ""},

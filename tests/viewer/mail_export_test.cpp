@@ -1,46 +1,14 @@
 #include "viewer/mail_export.h"
 
-#include "platform/nls.h"
-#include "tests/support/temp_folder.h"
+#include "tests/viewer/viewer_support.h"
+#include "tests/zip/zip_support.h"
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <numeric>
 
 namespace tlvn {
 namespace {
-
-constexpr DWORD kZipMore = 0x600;
-
-// The entries of the archive: names in UTF-8 and contents.
-std::map<std::string, std::string> ReadZip(std::string bytes, const char* password)
-{
-    std::map<std::string, std::string> entries;
-    CZip zip;
-    ZIPENTRY entry;
-    if (zip.OpenZip(bytes.data(), static_cast<unsigned>(bytes.size()), password) == 0 ||
-        zip.GetZipItem(-1, &entry) == 0)
-        return entries;
-    const int count = entry.index;
-    for (int i = 0; i < count; ++i) {
-        zip.GetZipItem(i, &entry);
-        const std::string name = Utf16ToUtf8(entry.name);
-        std::string content(static_cast<std::size_t>(entry.unc_size) + 1, '\0');
-        const int result = zip.UnzipItem(i, content.data(), static_cast<unsigned>(content.size()));
-        content.resize(static_cast<std::size_t>(entry.unc_size));
-        entries[name] = result == 0 || result == kZipMore ? content : "failed";
-    }
-    return entries;
-}
-
-void OpenAll(MailList& list, const std::string& path)
-{
-    std::string error;
-    ASSERT_TRUE(list.Open(path, error)) << error;
-    while (list.Step(1000)) {
-    }
-}
 
 std::string Export(const MailList& list, const std::string& path, const std::string& password)
 {
@@ -63,7 +31,7 @@ TEST(MailExport, WritesFilesAsTheyAre)
     folder.Write("in/a.eml", one);
     folder.Write("in/B.EML", two);
     MailList list;
-    OpenAll(list, folder.Path("in"));
+    ReadAll(list, folder.Path("in"));
     const std::map<std::string, std::string> expected = {{"a.eml", one}, {"B.EML", two}};
     EXPECT_EQ(Export(list, folder.Path("plain.zip"), ""), "");
     EXPECT_EQ(ReadZip(folder.Read("plain.zip"), ""), expected);
@@ -79,7 +47,7 @@ TEST(MailExport, LeadsNowhereElse)
     const std::string name = folder.Name("..\\x?y.eml", "plain.eml");
     folder.Write("in/" + name, "Subject: 1\n\n");
     MailList list;
-    OpenAll(list, folder.Path("in"));
+    ReadAll(list, folder.Path("in"));
     EXPECT_EQ(Export(list, folder.Path("m.zip"), ""), "");
     const auto entries = ReadZip(folder.Read("m.zip"), "");
     ASSERT_EQ(entries.size(), 1U);
@@ -93,7 +61,7 @@ TEST(MailExport, NamesMailsOfAnMboxBySubject)
     folder.Write("m.mbox", "From a\nSubject: Re: x\n\n>From b\n\nFrom a\nSubject: re: X\n\n2\n\n"
                            "From a\nSubject: \n\n3\n\nFrom a\nSubject: Re_ x (2)\n\n4\n");
     MailList list;
-    OpenAll(list, folder.Path("m.mbox"));
+    ReadAll(list, folder.Path("m.mbox"));
     EXPECT_EQ(Export(list, folder.Path("m.zip"), ""), "");
     const auto entries = ReadZip(folder.Read("m.zip"), "");
     ASSERT_EQ(entries.size(), 4U);
@@ -112,7 +80,7 @@ TEST(MailExport, LeavesTheOldArchiveWhenItFails)
     folder.Write("out/old.zip", "old");
     folder.Write("out/old.zip.part", "the user's");
     MailList list;
-    OpenAll(list, folder.Path("in"));
+    ReadAll(list, folder.Path("in"));
     std::filesystem::remove(folder.Native("in/b.eml"));
     EXPECT_NE(Export(list, folder.Path("out/old.zip"), "").find("b.eml: "), std::string::npos);
     EXPECT_NE(Export(list, folder.Path("none/new.zip"), ""), "");

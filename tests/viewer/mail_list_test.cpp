@@ -1,9 +1,9 @@
 #include "mailtext/mail_date.h"
 #include "platform/nls.h"
 #include "tests/support/temp_folder.h"
+#include "tests/viewer/viewer_support.h"
 #include "viewer/mail_folder.h"
 #include "viewer/mail_head.h"
-#include "viewer/mail_list.h"
 #include "viewer/mailbox.h"
 
 #include <gtest/gtest.h>
@@ -87,14 +87,6 @@ std::string Column(const MailList& list)
     for (int row = 0; row < list.GetCount(); ++row)
         all += std::string(list.GetRow(row).subject) + ' ';
     return all;
-}
-
-void ReadAll(MailList& list, const std::string& path)
-{
-    std::string error;
-    ASSERT_TRUE(list.Open(path, error)) << error;
-    while (list.Step(1000))
-        continue;
 }
 
 TEST(MailList, ReadsAFolderInSteps)
@@ -198,21 +190,17 @@ TEST(MailList, SortsLikeTheModel)
         std::stable_sort(rows.begin(), rows.end(), [&](const Row& x, const Row& y) {
             const Row& a = ascending ? x : y;
             const Row& b = ascending ? y : x;
-            switch (column) {
-            case MailColumn::Sender:
+            if (column == MailColumn::Sender)
                 return key(a.sender) < key(b.sender);
-            case MailColumn::Subject:
+            if (column == MailColumn::Subject)
                 return key(a.subject) < key(b.subject);
-            case MailColumn::Size:
+            if (column == MailColumn::Size)
                 return a.size < b.size;
-            default:
-                return (x.date < 0) != (y.date < 0) ? y.date < 0 : a.date < b.date;
-            }
+            return (x.date < 0) != (y.date < 0) ? y.date < 0 : a.date < b.date;
         });
-        for (int row = 0; row < 300; ++row) {
-            ASSERT_EQ(list.GetMailOfRow(row), rows[static_cast<std::size_t>(row)].mail)
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            ASSERT_EQ(list.GetMailOfRow(static_cast<int>(row)), rows[row].mail)
                 << static_cast<int>(column) << ascending;
-        }
         EXPECT_EQ(list.FindRow(list.GetMailOfRow(17)), 17);
     }
 }
@@ -265,10 +253,7 @@ TEST(FolderTree, FindsFoldersAndMboxFiles)
 TEST(FolderTree, DepthIsBounded)
 {
     const TempFolder folder;
-    std::string name = "1.eml";
-    for (int i = 0; i < FolderTree::kMaxDepth + 5; ++i)
-        name = "d/" + name;
-    folder.Write(name, "x");
+    folder.Write(Repeated("d/", 2 * (FolderTree::kMaxDepth + 5)) + "1.eml", "x");
     FolderTree tree;
     std::string error;
     ASSERT_TRUE(tree.Open(folder.Path(), error));

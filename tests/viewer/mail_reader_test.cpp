@@ -1,5 +1,7 @@
 #include "viewer/mail_reader.h"
 
+#include "tests/viewer/viewer_support.h"
+
 #include <algorithm>
 
 #include <gtest/gtest.h>
@@ -72,8 +74,7 @@ TEST(MailReader, TakesMultipartsApart)
         Multipart("b-2", "--b-2\n\nin\n--b-2\nContent-Type: text/html\n\nh\n");
     const struct {
         std::string mail;
-        const char* parts;
-        const char* text;
+        const char *parts, *text;
     } cases[] = {
         {Multipart("b", "pre\n--b\n\none\n--b\n\ntwo\n--b--\nepilogue"),
          "multipart/mixed(*text/plain text/plain)", "one"},
@@ -159,9 +160,7 @@ TEST(MailReader, BelievesTheLabelUnlessTheBytesContradict)
 TEST(MailReader, DecodesBodies)
 {
     const struct {
-        const char* encoding;
-        const char* body;
-        const char* decoded;
+        std::string encoding, body, decoded;
     } cases[] = {
         {"", "=41", "=41"},
         {"7bit", "a\r\n", "a\r\n"},
@@ -170,64 +169,37 @@ TEST(MailReader, DecodesBodies)
         {"x-uuencode", "begin 644 a\r\n#86)C\r\n`\r\nend\r\n", "abc"},
         {"x-uuencode", "none", "none"},
         {"x-unknown", "=41", "=41"},
-    };
-    for (const auto& c : cases) {
-        const Mail mail(std::string("Content-Transfer-Encoding: ") + c.encoding + "\n\n" + c.body);
-        EXPECT_EQ(DecodeBody(mail.GetParts().front(), 1000), c.decoded) << c.encoding;
-    }
-    // A zero hides nothing of what stands behind it.
-    const struct {
-        std::string encoding, body, decoded;
-    } withZero[] = {
+        // A zero hides nothing of what stands behind it.
         {"quoted-printable", std::string("=41\0=42", 7), std::string("A\0B", 3)},
         {"base64", std::string("YWJj\0\r\nZGVm", 11), "abcdef"},
         {"7bit", std::string("a\0b", 3), std::string("a\0b", 3)},
     };
-    for (const auto& c : withZero) {
+    for (const auto& c : cases) {
         const Mail mail("Content-Transfer-Encoding: " + c.encoding + "\n\n" + c.body);
         EXPECT_EQ(DecodeBody(mail.GetParts().front(), 1000), c.decoded) << c.encoding;
     }
 }
 
-// Deep nesting costs no stack; what lies deeper than the limit is text, not lost.
-TEST(MailReader, NestingIsLimited)
-{
-    std::string mail;
-    constexpr int kDepth = 10'000;
-    for (int i = 0; i < kDepth; ++i) {
-        const std::string boundary = "b" + std::to_string(i);
-        mail += "Content-Type: multipart/mixed; boundary=" + boundary + "\n\n--" + boundary + "\n";
-    }
-    mail += "\nthe innermost text\n";
-    for (int i = kDepth; i-- > 0;)
-        mail += "--b" + std::to_string(i) + "--\n";
-    const Mail read(mail);
-    EXPECT_EQ(read.GetParts().size(), kMaxDepth + 1);
-    EXPECT_NE(ToUtf8(read.ReadText()).find("the innermost text"), std::string::npos);
-}
-
-// Numbers of parts, fields and bytes have limits, and each of these is read in one pass: a
-// quadratic step would take minutes.
+// Deep nesting costs no stack; what lies deeper than the limit is text, not lost. Numbers of parts,
+// fields and bytes have limits, and each of these is read in one pass: a quadratic step would take
+// minutes.
 TEST(MailReader, HostileMailsAreReadInBoundedTimeAndMemory)
 {
-    const auto repeat = [](std::string_view piece, std::size_t size) {
-        std::string all;
-        while (all.size() < size)
-            all += piece;
-        return all;
-    };
-    constexpr std::size_t kSize = 8'000'000;
+    const Mail nested(NestedParts(10'000));
+    EXPECT_EQ(nested.GetParts().size(), kMaxDepth + 1);
+    EXPECT_TRUE(ToUtf8(nested.ReadText()).ends_with("the innermost text\n"));
 
-    EXPECT_EQ(Mail(Multipart("b", repeat("--b\n", kSize))).GetParts().size(), kMaxParts);
-    EXPECT_EQ(Mail(repeat("A: b\n", kSize)).GetFields().size(), kMaxFields);
-    EXPECT_EQ(Mail(repeat("A: b\n c\n", kSize)).GetHeaderText("a"), "b c");
-    EXPECT_LE(Mail("A: " + repeat("x", kSize)).GetHeaderText("a").size(), kMaxValueBytes);
-    EXPECT_EQ(Mail(Multipart("b", repeat("--c\n", kSize))).GetParts().size(), 1u);
+    constexpr std::size_t kSize = 8'000'000;
+    EXPECT_EQ(Mail(Multipart("b", Repeated("--b\n", kSize))).GetParts().size(), kMaxParts);
+    EXPECT_EQ(Mail(Repeated("A: b\n", kSize)).GetFields().size(), kMaxFields);
+    EXPECT_EQ(Mail(Repeated("A: b\n c\n", kSize)).GetHeaderText("a"), "b c");
+    EXPECT_LE(Mail("A: " + Repeated("x", kSize)).GetHeaderText("a").size(), kMaxValueBytes);
+    EXPECT_EQ(Mail(Multipart("b", Repeated("--c\n", kSize))).GetParts().size(), 1u);
 
     const Mail zeros(std::string(kMaxTextBytes + 1, '\0'));
     EXPECT_TRUE(zeros.GetFields().empty());
     EXPECT_TRUE(zeros.ReadText().cut);
-    const Mail blanks("Content-Transfer-Encoding: quoted-printable\n\n" + repeat(" ", kSize));
+    const Mail blanks("Content-Transfer-Encoding: quoted-printable\n\n" + Repeated(" ", kSize));
     EXPECT_EQ(ToUtf8(blanks.ReadText()), "");
 }
 

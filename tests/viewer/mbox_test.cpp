@@ -1,5 +1,7 @@
 #include "viewer/mbox.h"
 
+#include "tests/viewer/viewer_support.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -36,9 +38,7 @@ std::vector<Slice> SplitModel(const std::string& file)
     for (std::size_t i = 0; i < separators.size(); ++i) {
         const std::size_t start = lines[separators[i]].end;
         const std::size_t next = i + 1 < separators.size() ? separators[i + 1] : lines.size();
-        std::size_t end = lines[next - 1].end;
-        if (lines[next - 1].empty)
-            end = lines[next - 1].start;
+        const std::size_t end = lines[next - 1].empty ? lines[next - 1].start : lines[next - 1].end;
         mails.push_back({start, end - start});
     }
     return mails;
@@ -57,10 +57,11 @@ std::vector<Slice> Split(const std::string& file, const std::vector<std::size_t>
     scanner.Finish(found);
     std::vector<Slice> mails;
     for (const MboxMail& mail : found) {
-        mails.push_back(
-            {static_cast<std::size_t>(mail.start), static_cast<std::size_t>(mail.size)});
-        EXPECT_EQ(mail.head, file.substr(mails.back().start,
-                                         std::min(mails.back().size, MboxScanner::kHeadBytes)));
+        const Slice slice = {static_cast<std::size_t>(mail.start),
+                             static_cast<std::size_t>(mail.size)};
+        mails.push_back(slice);
+        EXPECT_EQ(mail.head,
+                  file.substr(slice.start, std::min(slice.size, MboxScanner::kHeadBytes)));
     }
     return mails;
 }
@@ -110,9 +111,7 @@ TEST(Mbox, HostileFilesAreOnePass)
     for (const std::string piece : {"From \n", "From \n\n", "\n", ">", "F", "\r"}) {
         MboxScanner scanner;
         std::vector<MboxMail> found;
-        std::string block;
-        while (block.size() < 1'000'000)
-            block += piece;
+        const std::string block = Repeated(piece, 1'000'000);
         scanner.Feed("From \n", found);
         for (int i = 0; i < 20; ++i) {
             scanner.Feed(block, found);

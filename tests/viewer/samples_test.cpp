@@ -59,22 +59,19 @@ TEST(Samples, SubjectTextAndCodeAreRead)
 TEST(Samples, AttachmentsAreListedAndDecoded)
 {
     const Mail mail(LoadSource("samples/09-attachments.eml"));
-    const std::vector<int> attachments = mail.GetAttachments();
-    ASSERT_EQ(attachments.size(), 2u);
-    const MailPart& table = mail.GetParts()[static_cast<std::size_t>(attachments[0])];
-    EXPECT_EQ(table.fileName, "月次報告書(9月).csv");
-    EXPECT_EQ(DecodeBody(table, kMaxTextBytes).substr(0, 5), "月,\xE5");
-    const MailPart& image = mail.GetParts()[static_cast<std::size_t>(attachments[1])];
-    EXPECT_EQ(image.fileName, "グラフ.gif");
-    EXPECT_EQ(DecodeBody(image, kMaxTextBytes).substr(0, 6), "GIF89a");
+    std::string all;
+    for (const int attachment : mail.GetAttachments()) {
+        const MailPart& part = mail.GetParts()[static_cast<std::size_t>(attachment)];
+        all += part.fileName + ": " + DecodeBody(part, kMaxTextBytes).substr(0, 4) + '\n';
+    }
+    EXPECT_EQ(all, "月次報告書(9月).csv: 月,\nグラフ.gif: GIF8\n");
 }
 
 // An empty, a missing and an unreadable file are told apart before a mail is made of them.
 TEST(Samples, FilesThatAreNoMailGiveAReason)
 {
     const struct {
-        const char* path;
-        const char* reason;
+        const char *path, *reason;
     } cases[] = {
         {"/samples", "it is a folder"},
         {"/samples/none.eml", "there is no such file"},

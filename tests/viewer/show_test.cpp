@@ -1,4 +1,5 @@
 #include "mailtext/transfer_encoding.h"
+#include "tests/viewer/viewer_support.h"
 #include "viewer/links.h"
 #include "viewer/show_json.h"
 #include "viewer/show_source.h"
@@ -22,8 +23,7 @@ std::string JoinLinks(std::string_view text)
 TEST(Links, AreFoundInTheOrderOfTheText)
 {
     const struct {
-        const char* text;
-        const char* links;
+        const char *text, *links;
     } cases[] = {
         {"", ""},
         {"HTTPS://Example.com/A?b=c#d", "url=HTTPS://Example.com/A?b=c#d"},
@@ -48,9 +48,7 @@ TEST(Links, SearchIsLinear)
 {
     for (const char* piece :
          {"@", "a@", "http://", "a.", "mailto:@", "h", "\\\\", "a:", "x@y.z ", "a@b.c/http:"}) {
-        std::string text;
-        while (text.size() < 2'000'000)
-            text += piece;
+        const std::string text = Repeated(piece, 2'000'000);
         FindLinks(text);
         EXPECT_EQ(FindLinks(text + " http://end").back().text, "http://end") << piece;
     }
@@ -60,8 +58,7 @@ TEST(ShowText, ControlCharactersAreHarmless)
 {
     const struct {
         std::string text;
-        const char* lines;
-        const char* line;
+        const char *lines, *line;
     } cases[] = {
         {"a\tb\nc", "a\tb\nc", "a b c"},
         {"\x1B[31m", "\uFFFD[31m", "\uFFFD[31m"},

@@ -33,46 +33,50 @@ expect() {
     fi
 }
 
+# check NAME COMMAND...: the command succeeds.
+check() {
+    name=$1
+    shift
+    if ! "$@"; then
+        echo "FAILED $name"
+        failures=$((failures + 1))
+    fi
+}
+
+# python CODE: succeeds, too, where there is no Python.
+python() {
+    ! command -v python3 >/dev/null || python3 -c "$1"
+}
+
+# put_text MAIL FILE: writes the text in the mail's JSON.
+put_text() {
+    expect "$1 as JSON" 0 0 --json "$1"
+    check "$1 as JSON" python 'import json; json.load(open("out", "rb"))'
+    sed -n '/^  "text":/p' out >"$2"
+}
+
 repeat() { # TEXT BYTES
     yes -- "$1" | head -c "$2"
 }
 
-for mail in "$samples"/*.eml; do
-    expect "$mail" 0 0 "$mail"
-    expect "$mail as JSON" 0 0 --json "$mail"
-    if command -v python3 >/dev/null && ! python3 -m json.tool <out >/dev/null; then
-        echo "FAILED $mail: no JSON"
-        failures=$((failures + 1))
-    fi
-done
-
 # The text encoded anew is a mail with the same text.
 for mail in "$samples"/*.eml; do
+    expect "$mail" 0 0 "$mail"
     expect "$mail as a source" 0 0 --source "$mail"
     mv out source.eml
-    expect "$mail as JSON" 0 0 --json "$mail"
-    sed -n '/^  "text":/p' out >text
-    expect "$mail from its source" 0 0 --json source.eml
-    sed -n '/^  "text":/p' out >again
-    if ! [ -s text ] || ! cmp -s text again; then
-        echo "FAILED $mail: its source has another text"
-        failures=$((failures + 1))
-    fi
+    put_text "$mail" text
+    put_text source.eml again
+    check "$mail has a text" [ -s text ]
+    check "$mail has its text in the source, too" cmp -s text again
 done
 
 if [ -z "${TLVN_RUNNER:-}" ]; then
     expect "picture" 0 0 --svg picture.svg "$samples/01-iso-2022-jp.eml"
-    if command -v python3 >/dev/null &&
-        ! python3 -c 'import xml.dom.minidom; xml.dom.minidom.parse("picture.svg")'; then
-        echo "FAILED picture: no XML"
-        failures=$((failures + 1))
-    fi
+    check "picture" python 'import xml.dom.minidom; xml.dom.minidom.parse("picture.svg")'
     # The mail is shown, but the picture is not made.
     timeout 60 "$show" --svg missing/picture.svg "$samples/01-iso-2022-jp.eml" >out 2>err
-    if [ $? -ne 1 ] || [ "$(wc -l <err)" -ne 1 ]; then
-        echo "FAILED picture in a missing folder"
-        failures=$((failures + 1))
-    fi
+    check "picture in a missing folder" [ $? -eq 1 ]
+    check "picture in a missing folder is told" [ "$(wc -l <err)" -eq 1 ]
 fi
 
 : >empty.eml
@@ -120,11 +124,6 @@ printf 'Subject: cut' >cut.eml
 expect "header cut off" 0 0 cut.eml
 head -c 20000000 /dev/urandom >random.eml
 expect "random bytes" 0 0 --json random.eml
-{
-    printf 'Content-Type: multipart/mixed; boundary=b\n\n'
-    repeat "--b" 20000000
-} >parts.eml
-expect "millions of parts" 0 0 parts.eml
 i=0
 while [ $i -lt 10000 ]; do
     printf 'Content-Type: multipart/mixed; boundary=b%d\n\n--b%d\n' $i $i
@@ -133,10 +132,7 @@ done >nested.eml
 expect "nesting" 0 0 nested.eml
 printf 'Subject: \033[31m\n\n\033]0;x\007\n' >escape.eml
 expect "escape sequences" 0 0 escape.eml
-if [ "$(tr -dc '\033\007' <out | wc -c)" -ne 0 ]; then
-    echo "FAILED escape sequences: they reach the terminal"
-    failures=$((failures + 1))
-fi
+check "escape sequences do not reach the terminal" [ "$(tr -dc '\033\007' <out | wc -c)" -eq 0 ]
 
 [ $failures -eq 0 ] && echo "programs: all passed"
 exit $((failures > 0))

@@ -47,11 +47,9 @@ TEST(TextSearch, FindsInEveryLine)
     const SearchOptions matchCase = {true, false};
     const SearchOptions plain = {false, true};
     const struct {
-        const char* text;
-        const char* pattern;
+        const char *text, *pattern;
         const SearchOptions& options;
-        const char* shiftJis;
-        const char* wide;
+        const char *shiftJis, *wide;
     } cases[] = {
         {"", "a", regexp, "", ""},
         {"ab\nxaby\nab", "ab", regexp, "0:0-2 1:1-3 2:0-2 ", "0:0-4 1:2-6 2:0-4 "},
