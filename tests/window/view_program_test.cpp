@@ -4,7 +4,7 @@
 // With TLVN_PICTURES in the environment, the name of a folder, each step leaves a picture of the
 // screen there (scripts/draw-view.sh).
 
-#include "tests/support/temp_folder.h"
+#include "tests/zip/zip_support.h"
 #include "viewer/command_id.h"
 
 #include <gtest/gtest.h>
@@ -78,112 +78,6 @@ BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter)
     return FALSE;
 }
 
-// The program, which ends with the object.
-class Program {
-public:
-    Program(const std::string& settings, const std::string& mails)
-    {
-        WCHAR path[MAX_PATH] = {};
-        ::GetModuleFileNameW(nullptr, path, MAX_PATH);
-        const std::filesystem::path program =
-            std::filesystem::path(path).parent_path() / "TolvanView.exe";
-        WString command = TW("\"") + program.wstring() + TW("\" --settings \"") +
-                          tlvn::Utf8ToUtf16(settings) + TW("\" \"") + tlvn::Utf8ToUtf16(mails) +
-                          TW("\"");
-        STARTUPINFOW start = {};
-        start.cb = sizeof start;
-        ::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                         &start, &m_process);
-    }
-    ~Program()
-    {
-        ::TerminateProcess(m_process.hProcess, 1);
-        ::CloseHandle(m_process.hProcess);
-        ::CloseHandle(m_process.hThread);
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    // A visible window of its own, waited for; null when it does not come.
-    HWND Window(WStringView className, WStringView text = {})
-    {
-        Search search = {m_process.dwProcessId, className, text, nullptr};
-        WaitUntil([&] {
-            ::EnumWindows(VisitWindow, reinterpret_cast<LPARAM>(&search));
-            return search.found != nullptr;
-        });
-        return search.found;
-    }
-    HWND Child(HWND parent, WStringView className, WStringView text = {})
-    {
-        Search search = {m_process.dwProcessId, className, text, nullptr};
-        WaitUntil([&] {
-            ::EnumChildWindows(parent, VisitWindow, reinterpret_cast<LPARAM>(&search));
-            return search.found != nullptr;
-        });
-        return search.found;
-    }
-
-    // Presses a button of a dialog, which then goes.
-    void Press(HWND dialog, WStringView text)
-    {
-        ::PostMessageW(Child(dialog, TW("Button"), text), BM_CLICK, 0, 0);
-        ExpectGone(dialog);
-    }
-    // The same of a button of the system's, whose texts are in its language.
-    void End(HWND dialog, int button)
-    {
-        Command(dialog, button);
-        ExpectGone(dialog);
-    }
-    void Answer(HWND dialog, int field, const WString& text)
-    {
-        SetTextOf(::GetDlgItem(dialog, field), text);
-        End(dialog, IDOK);
-    }
-
-    // Opens a dialog by its command, has it filled in, and ends it by the button.
-    void Fill(HWND frame, int command, const std::function<void(HWND)>& fill, int button)
-    {
-        Command(frame, command);
-        const HWND dialog = Window(kDialogClass);
-        ASSERT_NE(dialog, nullptr) << command;
-        fill(dialog);
-        End(dialog, button);
-    }
-
-    // Gives the system's dialog a path, once it has filled its field with the name proposed.
-    void SaveAs(HWND dialog, const WString& path)
-    {
-        const HWND field = Child(dialog, TW("Edit"));
-        EXPECT_TRUE(WaitUntil([&] { return !TextOf(field).empty(); }));
-        SetTextOf(field, path);
-        End(dialog, IDOK);
-    }
-
-    // Closes the main window. The exit code, or ~0 when the program stays.
-    DWORD Close(HWND frame)
-    {
-        ::PostMessageW(frame, WM_CLOSE, 0, 0);
-        return WaitForEnd();
-    }
-    DWORD WaitForEnd()
-    {
-        DWORD code = ~0U;
-        if (::WaitForSingleObject(m_process.hProcess, kPatience) == WAIT_OBJECT_0)
-            ::GetExitCodeProcess(m_process.hProcess, &code);
-        return code;
-    }
-
-private:
-    static void ExpectGone(HWND dialog)
-    {
-        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
-    }
-
-    PROCESS_INFORMATION m_process = {};
-};
-
 // The screen as a bitmap file, if pictures are wanted.
 void TakePicture(const char* name)
 {
@@ -217,6 +111,113 @@ void TakePicture(const char* name)
     ::ReleaseDC(nullptr, screen);
 }
 
+// The program, which ends with the object.
+class Program {
+public:
+    Program(const std::string& settings, const std::string& mails)
+    {
+        WCHAR path[MAX_PATH] = {};
+        ::GetModuleFileNameW(nullptr, path, MAX_PATH);
+        const std::filesystem::path program =
+            std::filesystem::path(path).parent_path() / "TolvanView.exe";
+        WString command = TW("\"") + program.wstring() + TW("\" --settings \"") +
+                          tlvn::Utf8ToUtf16(settings) + TW("\" \"") + tlvn::Utf8ToUtf16(mails) +
+                          TW("\"");
+        STARTUPINFOW start = {};
+        start.cb = sizeof start;
+        ::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                         &start, &m_process);
+    }
+    ~Program()
+    {
+        ::TerminateProcess(m_process.hProcess, 1);
+        ::CloseHandle(m_process.hProcess);
+        ::CloseHandle(m_process.hThread);
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    // A visible window of its own, waited for; null when it does not come.
+    HWND Window(WStringView className, WStringView text = {})
+    {
+        return Child(::GetDesktopWindow(), className, text);
+    }
+    HWND Frame() { return Window(kFrameClass, TW(" - TolvanView")); }
+    HWND Child(HWND parent, WStringView className, WStringView text = {})
+    {
+        Search search = {m_process.dwProcessId, className, text, nullptr};
+        WaitUntil([&] {
+            ::EnumChildWindows(parent, VisitWindow, reinterpret_cast<LPARAM>(&search));
+            return search.found != nullptr;
+        });
+        return search.found;
+    }
+
+    // Presses a button of a dialog, which then goes.
+    void Press(HWND dialog, WStringView text)
+    {
+        ::PostMessageW(Child(dialog, TW("Button"), text), BM_CLICK, 0, 0);
+        ExpectGone(dialog);
+    }
+    // The same of a button of the system's, whose texts are in its language.
+    void End(HWND dialog, int button)
+    {
+        Command(dialog, button);
+        ExpectGone(dialog);
+    }
+    void AnswerPassword(const WCHAR* text, const char* picture = nullptr)
+    {
+        const HWND dialog = Window(kDialogClass, TW("パスワード"));
+        ASSERT_NE(dialog, nullptr);
+        if (picture != nullptr)
+            TakePicture(picture);
+        SetTextOf(::GetDlgItem(dialog, kTextField), text);
+        End(dialog, IDOK);
+    }
+
+    // Opens a dialog by its command, has it filled in, and ends it by the button.
+    void Fill(HWND frame, int command, const std::function<void(HWND)>& fill, int button)
+    {
+        Command(frame, command);
+        const HWND dialog = Window(kDialogClass);
+        ASSERT_NE(dialog, nullptr) << command;
+        fill(dialog);
+        End(dialog, button);
+    }
+
+    // Gives the system's dialog a path, once it has filled its field with the name proposed.
+    void SaveAs(const std::filesystem::path& path)
+    {
+        const HWND dialog = Window(kDialogClass);
+        ASSERT_NE(dialog, nullptr);
+        const HWND field = Child(dialog, TW("Edit"));
+        EXPECT_TRUE(WaitUntil([&] { return !TextOf(field).empty(); }));
+        SetTextOf(field, path.wstring());
+        End(dialog, IDOK);
+    }
+
+    // Closes the main window, also when the program tells before that it does not save its
+    // settings. The exit code, or ~0 when the program stays.
+    DWORD Close(HWND frame, bool tells = false)
+    {
+        ::PostMessageW(frame, WM_CLOSE, 0, 0);
+        if (tells)
+            End(Window(kDialogClass, TW("TolvanView")), IDOK);
+        DWORD code = ~0U;
+        if (::WaitForSingleObject(m_process.hProcess, kPatience) == WAIT_OBJECT_0)
+            ::GetExitCodeProcess(m_process.hProcess, &code);
+        return code;
+    }
+
+private:
+    static void ExpectGone(HWND dialog)
+    {
+        EXPECT_TRUE(WaitUntil([&] { return !::IsWindow(dialog) || !::IsWindowVisible(dialog); }));
+    }
+
+    PROCESS_INFORMATION m_process = {};
+};
+
 class ViewProgram : public testing::Test {
 protected:
     ViewProgram()
@@ -231,6 +232,26 @@ protected:
         return static_cast<int>(::SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
     }
 
+    // One's own address in a file of settings.
+    void StoreAddress(const char* password) const
+    {
+        CSettingData data;
+        data.LoadNone();
+        data.SetCryptKey(password);
+        data.SetValue("Mail", "From", "me@example.jp");
+        data.SaveSdWithRetry(settings.c_str(), ASK_NOTHING, 0, nullptr, nullptr, nullptr);
+    }
+    // A value of that file; empty when there is none.
+    std::string Stored(const char* password, const char* section, const char* name) const
+    {
+        CSettingData data;
+        data.SetCryptKey(password);
+        EXPECT_TRUE(data.LoadFile(settings.c_str()));
+        CString text;
+        data.GetValue(section, name, text);
+        return text.GetString();
+    }
+
     TempFolder folder;
     std::string settings;
 };
@@ -239,7 +260,7 @@ protected:
 TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
 {
     Program program(settings, folder.Path("mails"));
-    const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+    const HWND frame = program.Frame();
     ASSERT_NE(frame, nullptr);
     ::SetForegroundWindow(frame);
     const HWND list = program.Child(frame, TW("SysListView32"));
@@ -293,9 +314,7 @@ TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
     ASSERT_NE(warning, nullptr);
     TakePicture("view-warning");
     program.Press(warning, TW("置き換える"));
-    const HWND saving = program.Window(kDialogClass);
-    ASSERT_NE(saving, nullptr);
-    program.SaveAs(saving, folder.Native("mails\\reply.eml").wstring());
+    program.SaveAs(folder.Native("mails\\reply.eml"));
     EXPECT_TRUE(WaitUntil([&] { return CountMails(list) == 14; }));
     EXPECT_NE(folder.Read("mails/reply.eml").find("In-Reply-To: <"), std::string::npos);
     // "ア" of JIS X 0208; the half-width one would have gone as it stands or in UTF-8.
@@ -309,21 +328,12 @@ TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
     Command(frame, ID_VIEW_NEXT_PANE);
     Command(frame, ID_EDIT_SELECT_ALL);
     Command(frame, ID_FILE_EXPORT);
-    const HWND archive = program.Window(kDialogClass);
-    ASSERT_NE(archive, nullptr);
-    program.SaveAs(archive, folder.Native("all.zip").wstring());
-    const HWND password = program.Window(kDialogClass, TW("パスワード"));
-    ASSERT_NE(password, nullptr);
-    TakePicture("view-export");
-    program.Answer(password, kTextField, TW("secret"));
-    EXPECT_TRUE(WaitUntil([&] { return std::filesystem::exists(folder.Native("all.zip")); }));
-    std::string zipped = folder.Read("all.zip");
-    CZip zip;
-    ZIPENTRY entry;
-    ASSERT_TRUE(zip.OpenZip(zipped.data(), static_cast<unsigned>(zipped.size()), "secret"));
-    EXPECT_TRUE(zip.GetZipItem(-1, &entry));
-    EXPECT_EQ(entry.index, 14);
-    zip.Close();
+    program.SaveAs(folder.Native("all.zip"));
+    program.AnswerPassword(TW("secret"), "view-export");
+    EXPECT_TRUE(WaitUntil([&] { return folder.Exists("all.zip"); }));
+    const auto mails = ReadZip(folder.Read("all.zip"), "secret");
+    EXPECT_EQ(mails.size(), 14U);
+    EXPECT_EQ(mails.at("reply.eml"), folder.Read("mails/reply.eml"));
 
     // To nothing and back, and in another arrangement.
     for (const int size : {0, 60, 200, 900}) {
@@ -333,14 +343,7 @@ TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
     Command(frame, ID_VIEW_SPLIT_LAST);
     TakePicture("view-layout");
     EXPECT_EQ(program.Close(frame), 0U);
-    EXPECT_FALSE(folder.Read("settings.cfg").empty());
-
-    // The arrangement is there again.
-    CSettingData data;
-    ASSERT_TRUE(data.LoadFile(settings.c_str()));
-    int type = -1;
-    data.GetValue("Frame", "SplitType", type);
-    EXPECT_EQ(type, SPLIT_THREE_ROWS);
+    EXPECT_EQ(Stored("", "Frame", "SplitType"), std::to_string(SPLIT_THREE_ROWS));
 }
 
 // In the place of the mail chosen, not of one chosen before. A window that reads can be closed.
@@ -369,31 +372,19 @@ TEST_F(ViewProgram, GoesOnWithDamagedSettings)
     ASSERT_NE(box, nullptr);
     TakePicture("view-damaged");
     program.End(box, IDOK);
-    const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
-    ASSERT_NE(frame, nullptr);
-    ::PostMessageW(frame, WM_CLOSE, 0, 0);
-    program.End(program.Window(kDialogClass, TW("TolvanView")), IDOK);
-    EXPECT_EQ(program.WaitForEnd(), 0U);
+    EXPECT_EQ(program.Close(program.Frame(), true), 0U);
     EXPECT_EQ(folder.Read("settings.cfg.kept"), damaged);
-    CSettingData data;
-    EXPECT_TRUE(data.LoadFile(settings.c_str()));
+    EXPECT_NE(Stored("", "Frame", "SplitType"), "");
 }
 
 TEST_F(ViewProgram, LeavesReadOnlySettingsAlone)
 {
-    CSettingData data;
-    data.LoadNone();
-    data.SetValue("Mail", "From", "me@example.jp");
-    data.SaveSdWithRetry(settings.c_str(), ASK_NOTHING, 0, nullptr, nullptr, nullptr);
+    StoreAddress("");
     const std::string before = folder.Read("settings.cfg");
     ASSERT_TRUE(tlvn::SetFileReadOnly(settings.c_str(), true));
     {
         Program program(settings, folder.Path("mails"));
-        const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
-        ASSERT_NE(frame, nullptr);
-        ::PostMessageW(frame, WM_CLOSE, 0, 0);
-        program.End(program.Window(kDialogClass, TW("TolvanView")), IDOK);
-        EXPECT_EQ(program.WaitForEnd(), 0U);
+        EXPECT_EQ(program.Close(program.Frame(), true), 0U);
     }
     EXPECT_EQ(folder.Read("settings.cfg"), before);
     tlvn::SetFileReadOnly(settings.c_str(), false);
@@ -448,33 +439,6 @@ COLORREF PixelAt(HWND window, POINT place)
     return color;
 }
 
-// What the dialogs change, as the file has it.
-std::string ReadSettings(const std::string& path, const char* password)
-{
-    CSettingData data;
-    data.SetCryptKey(password);
-    EXPECT_TRUE(data.LoadFile(path.c_str()));
-    const struct {
-        const char *section, *name;
-    } values[] = {{"Viewer", "FontPoint_128"},
-                  {"Composer", "FontPoint_128"},
-                  {"Colors", "Text"},
-                  {"Colors", "Back"},
-                  {"Mail", "From"}};
-    std::string all;
-    for (const auto& value : values) {
-        CString text;
-        data.GetValue(value.section, value.name, text);
-        all += std::string(text.GetString()) + ' ';
-    }
-    CStringArray keys;
-    data.GetValueBegin("Keys", "Main", keys);
-    for (int i = 0; i < static_cast<int>(keys.GetSize()); ++i)
-        if (std::atoi(keys[i]) == ID_SEARCH_FIND)
-            all += keys[i];
-    return all;
-}
-
 // What is given up changes nothing; what is confirmed shows at once and is kept.
 TEST_F(ViewProgram, ChangesWhatItsDialogsAreTold)
 {
@@ -496,7 +460,7 @@ TEST_F(ViewProgram, ChangesWhatItsDialogsAreTold)
     };
     for (const int button : {IDCANCEL, IDOK}) {
         Program program(settings, folder.Path("mails"));
-        const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
+        const HWND frame = program.Frame();
         ASSERT_NE(frame, nullptr);
         for (const auto& change : changes)
             program.Fill(
@@ -526,35 +490,29 @@ TEST_F(ViewProgram, ChangesWhatItsDialogsAreTold)
             program.End(program.Window(kDialogClass), IDYES);
         }
         EXPECT_EQ(program.Close(frame), 0U);
-        EXPECT_EQ(ReadSettings(settings, button == IDOK ? "secret" : ""),
-                  button == IDOK ? "24 24 0x00030201 0x00E6F0FA me@example.jp 40040 Ctrl+J"
-                                 : "9 9 0xFFFFFFFF 0xFFFFFFFF  40040 Ctrl+F");
+        const struct {
+            const char *section, *name, *canceled, *confirmed;
+        } values[] = {{"Viewer", "FontPoint_128", "9", "24"},
+                      {"Composer", "FontPoint_128", "9", "24"},
+                      {"Colors", "Text", "0xFFFFFFFF", "0x00030201"},
+                      {"Colors", "Back", "0xFFFFFFFF", "0x00E6F0FA"},
+                      {"Mail", "From", "", "me@example.jp"},
+                      {"Keys", "Main4", "40040 Ctrl+F", "40040 Ctrl+J"}};
+        for (const auto& value : values)
+            EXPECT_EQ(Stored(button == IDOK ? "secret" : "", value.section, value.name),
+                      button == IDOK ? value.confirmed : value.canceled);
     }
 }
 
 // An enciphered file asks for its password until it is right; the file stays enciphered.
 TEST_F(ViewProgram, AsksForThePasswordOfItsSettings)
 {
-    CSettingData data;
-    data.LoadNone();
-    data.SetCryptKey("secret");
-    data.SetValue("Mail", "From", "me@example.jp");
-    data.SaveSdWithRetry(settings.c_str(), ASK_NOTHING, 0, nullptr, nullptr, nullptr);
+    StoreAddress("secret");
     Program program(settings, folder.Path("mails"));
-    for (const WCHAR* password : {TW("wrong"), TW("secret")}) {
-        const HWND dialog = program.Window(kDialogClass, TW("パスワード"));
-        ASSERT_NE(dialog, nullptr);
-        program.Answer(dialog, kTextField, password);
-    }
-    const HWND frame = program.Window(kFrameClass, TW(" - TolvanView"));
-    ASSERT_NE(frame, nullptr);
-    EXPECT_EQ(program.Close(frame), 0U);
-    CSettingData read;
-    read.SetCryptKey("secret");
-    ASSERT_TRUE(read.LoadFile(settings.c_str()));
-    CString from;
-    read.GetValue("Mail", "From", from);
-    EXPECT_EQ(from, "me@example.jp");
+    for (const WCHAR* password : {TW("wrong"), TW("secret")})
+        program.AnswerPassword(password);
+    EXPECT_EQ(program.Close(program.Frame()), 0U);
+    EXPECT_EQ(Stored("secret", "Mail", "From"), "me@example.jp");
     EXPECT_NE(folder.Read("settings.cfg").substr(0, 2), "\xFF\xFE");
 }
 
