@@ -15,7 +15,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Some bytes changed, or a piece of another input put in.
+// Some bytes changed, pieces taken out or cut off, or pieces of other inputs put in.
 Bytes Changed(const std::vector<Bytes>& inputs, std::mt19937& random)
 {
     const auto below = [&](std::size_t limit) {
@@ -26,10 +26,15 @@ Bytes Changed(const std::vector<Bytes>& inputs, std::mt19937& random)
         const Bytes& other = inputs[random() % inputs.size()];
         const auto from = other.begin() + below(other.size());
         const auto place = input.begin() + below(input.size());
-        if (random() % 2 != 0)
+        const auto kind = random() % 16;
+        if (kind < 8)
             input.insert(place, from, from + below(std::min<std::size_t>(other.end() - from, 50)));
-        else if (place != input.end())
+        else if (kind < 13 && place != input.end())
             *place = static_cast<std::uint8_t>(random());
+        else
+            input.erase(place, kind == 15
+                                   ? input.end()
+                                   : place + below(std::min<std::size_t>(input.end() - place, 50)));
     }
     return input;
 }
