@@ -168,18 +168,6 @@ TEST(AccelData, FindsTheKeysOfACommand)
     EXPECT_STREQ(table.GetKeyString(9, "|").GetString(), "");
 }
 
-TEST(AccelData, TakesALiveTable)
-{
-    ACCEL entries[] = {{FVIRTKEY | FCONTROL, 'C', 40001}, {FVIRTKEY | FALT, VK_F4, 40002}};
-    const HACCEL live = ::CreateAcceleratorTableW(entries, 2);
-    CAccelData table;
-    table.GetAccelData(live);
-    ::DestroyAcceleratorTable(live);
-    ASSERT_EQ(table.GetSize(), 2);
-    EXPECT_EQ(table.GetCmdID(FCONTROL, 'C'), 40001);
-    EXPECT_EQ(TextAt(table, 1), "Alt+F4");
-}
-
 tlvn::WString ItemText(HMENU menu, UINT position)
 {
     WCHAR text[100] = {};

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <random>
 #include <vector>
 
 namespace {
@@ -74,31 +73,6 @@ TEST(PaneLayout, FoldsAndLimits)
                                           axis.position2};
             EXPECT_EQ(got, std::vector<int>({c.end0, c.begin1, c.end1, c.position, c.position2}))
                 << &c - cases << (turned ? " down" : " across");
-        }
-    }
-}
-
-// Whatever the state is and however little room there is.
-TEST(PaneLayout, PanesNeverOverlap)
-{
-    std::mt19937 random(11);
-    const auto pick = [&](int low, int high) {
-        return std::uniform_int_distribution<int>(low, high)(random);
-    };
-    for (int run = 0; run < 20000; ++run) {
-        const int room = run % 3 == 0 ? 30 : 700;
-        const auto size = [&] { return SIZE{pick(0, room), pick(0, room)}; };
-        const auto place = [&] {
-            return run % 7 != 0 ? pick(-50, 800) : pick(0, 1) != 0 ? INT_MAX : INT_MIN;
-        };
-        const auto axis = [&] { return PaneAxis{pick(0, 2), pick(0, 2), place(), place()}; };
-        PaneState state = MakeState(pick(0, 5), axis(), axis());
-        const SIZE client = size();
-        const auto layout = ArrangePanes(state, client, {size(), size()}, run % 5 != 0);
-        const CRect all(0, 0, client.cx, client.cy);
-        for (int i = 0; i < 3; ++i) {
-            ASSERT_TRUE((layout.panes[i] | all) == all || layout.panes[i].IsRectEmpty()) << run;
-            ASSERT_TRUE((layout.panes[i] & layout.panes[(i + 1) % 3]).IsRectEmpty()) << run;
         }
     }
 }

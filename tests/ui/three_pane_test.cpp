@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <random>
 
 namespace {
 
@@ -230,6 +231,56 @@ TEST_F(ThreePane, NextWindow)
     EXPECT_EQ(wrapped, 1);
     panes.SetFocus();
     EXPECT_EQ(CWnd::GetFocus(), &windows[2]) << "the focus is for a pane";
+}
+
+// Sizes, mouse messages and calls in any order, with absurd numbers: the panes stay in the client
+// area and beside each other.
+TEST_F(ThreePane, StaysInOrderUnderAnyCalls)
+{
+    static constexpr UINT kMouse[] = {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_RBUTTONDOWN};
+    void (C3PaneWnd::*const clicks[])() = {
+        &C3PaneWnd::ClickLeftButton,   &C3PaneWnd::ClickRightButton, &C3PaneWnd::ClickLeftButton2,
+        &C3PaneWnd::ClickRightButton2, &C3PaneWnd::ClickUpButton,    &C3PaneWnd::ClickDownButton,
+        &C3PaneWnd::ClickUpButton2,    &C3PaneWnd::ClickDownButton2};
+    std::mt19937 random(11);
+    const auto pick = [&](int low, int high) {
+        return std::uniform_int_distribution<int>(low, high)(random);
+    };
+    const auto type = [&] { return static_cast<SplitType>(pick(-1, 6)); };
+    const auto place = [&] {
+        return pick(0, 3) > 0 ? pick(-100, 900) : pick(0, 1) > 0 ? INT_MAX - pick(0, 4) : INT_MIN;
+    };
+    for (int step = 0; step < 5000; ++step) {
+        const int kind = pick(0, 12);
+        if (kind == 0) {
+            const auto across = static_cast<VFolding>(pick(0, 2));
+            const auto down = static_cast<HFolding>(pick(0, 2));
+            panes.InitPaneSize(nullptr, nullptr, type(), across, VFOLD_NORMAL, down, HFOLD_NORMAL,
+                               place(), place(), place(), place());
+        } else if (kind < 3) {
+            const int most = pick(0, 2) > 0 ? 700 : 30;
+            panes.MoveWindow(0, 0, pick(0, most), pick(0, most));
+        } else if (kind == 3) {
+            panes.SetSplitType(type());
+        } else if (kind == 4) {
+            panes.MaximizePane(pick(-1, 3));
+        } else if (kind == 5) {
+            panes.SetWinIdx(pick(0, 2), pick(0, 2), pick(0, 2));
+        } else if (kind == 6) {
+            panes.SetHorzFolding(static_cast<HFolding>(pick(-1, 3)));
+        } else if (kind < 9) {
+            (panes.*clicks[pick(0, 7)])();
+        } else {
+            Mouse(kMouse[pick(0, 3)], pick(-40, 740), pick(-40, 740));
+        }
+        CRect all;
+        panes.GetClientRect(&all);
+        const std::vector<CRect> rects = Rects();
+        for (std::size_t i = 0; i < 3; ++i) {
+            ASSERT_TRUE((rects[i] | all) == all || rects[i].IsRectEmpty()) << step;
+            ASSERT_TRUE((rects[i] & rects[(i + 1) % 3]).IsRectEmpty()) << step;
+        }
+    }
 }
 
 const char* const kNames[] = {"SplitType",         "VerticalFolding",    "VerticalFolding2",
