@@ -21,36 +21,6 @@ protected:
         metrics.SetTurnCols(10);
     }
 
-    // The text cut into its physical lines.
-    std::vector<tlvn::WString> Wrap(tlvn::WStringView text, CodeType type)
-    {
-        widths.Select(nullptr, font, type);
-        metrics.ChangeCodePage(type);
-        const tlvn::LineWrap wrap(metrics, widths, clientWidth);
-        std::string bytes(reinterpret_cast<const char*>(text.data()), text.size() * 2);
-        if (type != CT_UNICODE)
-            tlvn::ConvertFromUtf16(CharSetCode2CodePage(type), text, bytes);
-        const char* const start = bytes.data();
-        std::vector<tlvn::PhysicalLine> rows;
-        wrap.Wrap(CLLineData(start, static_cast<int>(bytes.size())), rows);
-
-        std::vector<tlvn::WString> parts;
-        rows.push_back({static_cast<int>(bytes.size()), 0});
-        for (std::size_t i = 0; i + 1 < rows.size(); ++i) {
-            std::vector<int> advances;
-            widths.Decode(start + rows[i].start, rows[i + 1].start - rows[i].start,
-                          parts.emplace_back(), advances);
-        }
-        return parts;
-    }
-
-    void ExpectRows(tlvn::WStringView text, const std::vector<tlvn::WString>& expected)
-    {
-        for (const CodeType type : {CT_SJIS, CT_UNICODE})
-            EXPECT_EQ(Wrap(text, type), expected)
-                << tlvn::NarrowText(text) << " in code type " << type;
-    }
-
     CFont font;
     tlvn::CharWidths widths;
     CEditorMetrics metrics;
@@ -58,36 +28,6 @@ protected:
 };
 
 } // namespace
-
-// Ten columns; one row for each rule and for what stands against it.
-TEST_F(LineWrapTest, CutsByTheRulesInTheirOrder)
-{
-    using Rows = std::vector<tlvn::WString>;
-    const struct {
-        const WCHAR* text;
-        Rows rows;
-    } cases[] = {
-        {TW(""), {TW("")}},
-        {TW("aあいうえおか"), {TW("aあいうえ"), TW("おか")}}, // half of one does not fit
-        // words
-        {TW("あabcdefghij"), {TW("あ"), TW("abcdefghij")}},
-        {TW("ab_cdefghijk"), {TW("ab_"), TW("cdefghijk")}}, // "_" is no letter
-        // hanging
-        {TW("あいうえお。か"), {TW("あいうえお。"), TW("か")}},
-        {TW("ab cde fgh i"), {TW("ab cde fgh "), TW("i")}},         // the blank hangs
-        {TW("あいうえお。」か"), {TW("あいうえ"), TW("お。」か")}}, // two do not
-        {TW("、、、、、、、か"), {TW("、、、、、"), TW("、、か")}}, // nowhere to go
-        // characters that may not end a line
-        {TW("あいう（「えお"), {TW("あいう"), TW("（「えお")}},
-        // tabs, from the start of the physical line
-        {TW("abcdefgh\tb"), {TW("abcdefgh"), TW("\tb")}}, // would end at column 12
-    };
-    for (const auto& c : cases)
-        ExpectRows(c.text, c.rows);
-
-    metrics.SetWordWrap(0);
-    ExpectRows(TW("ab cd-words"), {TW("ab cd-word"), TW("s")});
-}
 
 // Text that comes in by an edit gets the entries, and so the colours, of text that is loaded.
 TEST_F(LineWrapTest, EntersQuotesInTheOrderOfTheText)

@@ -242,43 +242,26 @@ struct Case {
     std::string text;
 };
 
+inline std::vector<tlvn::WString> CutAtLineEnds(tlvn::WStringView text)
+{
+    std::vector<tlvn::WString> parts(1);
+    for (const WCHAR c : text) {
+        if (c == '\n')
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    }
+    return parts;
+}
+
 inline Case MakeCase(ByteSource& source)
 {
-    static const WCHAR* const pieces[] = {
-        TW("a"),
-        TW("B2"),
-        TW("word"),
-        TW(" "),
-        TW("  "),
-        TW("\t"),
-        TW("\x3042"),
-        TW("\x6F22\x5B57"),
-        TW("\x3002"),
-        TW("\x3001"),
-        TW("\x300C"),
-        TW("\x300D"),
-        TW("("),
-        TW(")"),
-        TW("!?"),
-        TW("\xFF71\xFF9E"),
-        TW(">"),
-        TW("> "),
-        TW("\xFF1E"),
-        TW("|"),
-        TW("http://a.b/c "),
-        TW("x@y.jp"),
-        TW("\x3000"),
-        TW("\xFF0E"),
-        TW("_"),
-        TW("\x0416"),
-        TW("\x00E9"),
-        TW("-"),
-        TW("\xFF08"),
-        TW("9"),
-    };
-    static const WCHAR* const wideOnly[] = {
-        TW("\xD83D\xDE00"), TW("\xD83D"), TW("\xDE00"), TW("\x0301"), TW("\xD842\xDFB7"),
-    };
+    static const std::vector<tlvn::WString> pieces = CutAtLineEnds(
+        TW("a\nB2\nword\n \n  \n\t\n(\n)\n!?\n>\n> \n|\n_\n-\n9\nx@y.jp\n")
+            TW("http://a.b/c \n\x3042\n\x6F22\x5B57\n\x3002\n\x3001\n\x300C\n\x300D\n")
+                TW("\xFF71\xFF9E\n\xFF1E\n\x3000\n\xFF0E\n\x0416\n\x00E9\n\xFF08"));
+    static const std::vector<tlvn::WString> wideOnly =
+        CutAtLineEnds(TW("\xD83D\xDE00\n\xD83D\n\xDE00\n\x0301\n\xD842\xDFB7"));
     constexpr CodeType types[] = {CT_SJIS, CT_UNICODE, CT_SJIS, CT_UNICODE, CT_GB2312, CT_WIN1251};
 
     Case c;
@@ -301,9 +284,9 @@ inline Case MakeCase(ByteSource& source)
 
     for (int left = source.Number(0, 40); left > 0; --left) {
         const unsigned choice = source.Byte();
-        tlvn::WString piece = pieces[choice % std::size(pieces)];
+        tlvn::WString piece = pieces[choice % pieces.size()];
         if (IsCodeTypeUnicode(type) && choice >= 220)
-            piece = wideOnly[choice % std::size(wideOnly)];
+            piece = wideOnly[choice % wideOnly.size()];
         if (IsCodeTypeUnicode(type)) {
             c.text.append(reinterpret_cast<const char*>(piece.data()), piece.size() * 2);
         } else if (choice >= 235) {
