@@ -7,30 +7,14 @@ class EditorView : public tlvn::EditorFixture {
 protected:
     EditorView()
     {
-        ::SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &m_wheelLines, 0);
         m_opener = tlvn::SetLinkOpener([](const char* target) {
             s_opened.push_back(target);
             return 1;
         });
         s_opened.clear();
     }
-    ~EditorView() override
-    {
-        SetWheel(m_wheelLines);
-        tlvn::SetLinkOpener(m_opener);
-    }
+    ~EditorView() override { tlvn::SetLinkOpener(m_opener); }
 
-    void SetWheel(UINT lines)
-    {
-        ::SystemParametersInfoW(SPI_SETWHEELSCROLLLINES, lines, nullptr, 0);
-    }
-    void Wheel(int delta, int flags = 0)
-    {
-        ::SendMessageW(
-            editor.m_hWnd, WM_MOUSEWHEEL,
-            static_cast<WPARAM>(static_cast<UINT>(delta) << 16 | static_cast<UINT>(flags)), 0);
-    }
-    void Scroll(UINT bar, UINT code) { ::SendMessageW(editor.m_hWnd, bar, code, 0); }
     SCROLLINFO GetScroll(int bar)
     {
         SCROLLINFO info{};
@@ -42,7 +26,6 @@ protected:
     static inline std::vector<std::string> s_opened;
 
 private:
-    UINT m_wheelLines = 3;
     tlvn::LinkOpener m_opener;
 };
 
@@ -76,33 +59,28 @@ TEST_F(EditorView, WithstandsSettingsOutOfProportion)
     EXPECT_GT(editor.GetVisibleLineCt(), 1000);
 }
 
-TEST_F(EditorView, TurnsTheWheelByRoundedLines)
+// By pages, by no step, and with the control key where its owner has no use for it.
+TEST_F(EditorView, TurnsTheWheel)
 {
     Create();
     SetLines(500);
-    const int page = editor.GetVisibleLineCt() - 2;
-    const struct {
-        int delta;
-        UINT perNotch;
-        int lines;
-    } cases[] = {
-        {-120, 3, 3}, {-1, 1, 1},  {-60, 3, 2}, {-120, 0, 3}, {-120, WHEEL_PAGESCROLL, page},
-        {120, 3, -3}, {30, 1, -1}, {0, 3, 0},
-    };
-    for (const auto& c : cases) {
-        SetWheel(c.perNotch);
-        editor.ScrollToVertPos(100);
-        Wheel(c.delta);
-        EXPECT_EQ(editor.GetVertScrollPos(), 100 + c.lines) << c.delta << " " << c.perNotch;
-    }
+    UINT before = 3;
+    ::SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &before, 0);
+    ::SystemParametersInfoW(SPI_SETWHEELSCROLLLINES, WHEEL_PAGESCROLL, nullptr, 0);
     const auto old =
         SetCtrlMouseWheelProc([](CWnd*, UINT, short delta, CPoint) { return delta > 0 ? 1 : 0; });
-    editor.ScrollToVertPos(100);
-    Wheel(120, MK_CONTROL);
-    EXPECT_EQ(editor.GetVertScrollPos(), 100);
-    Wheel(-120, MK_CONTROL);
-    EXPECT_GT(editor.GetVertScrollPos(), 100);
+    const int page = editor.GetVisibleLineCt() - 2;
+    const int cases[][3] = {
+        {-120, 0, page}, {0, 0, 0}, {-120, MK_CONTROL, page}, {120, MK_CONTROL, 0}};
+    for (const auto& [delta, flags, lines] : cases) {
+        editor.ScrollToVertPos(100);
+        ::SendMessageW(
+            editor.m_hWnd, WM_MOUSEWHEEL,
+            static_cast<WPARAM>(static_cast<UINT>(delta) << 16 | static_cast<UINT>(flags)), 0);
+        EXPECT_EQ(editor.GetVertScrollPos(), 100 + lines) << delta << " " << flags;
+    }
     SetCtrlMouseWheelProc(old);
+    ::SystemParametersInfoW(SPI_SETWHEELSCROLLLINES, before, nullptr, 0);
 }
 
 // The caret keeps its row on screen; not when it is fixed to the text or text is selected, and
@@ -155,10 +133,10 @@ TEST_F(EditorView, ScrollsByItsBarsBeyondSixteenBits)
         {MAKELONG(SB_THUMBTRACK, 700), 700}, // sent by a program: nobody drags
     };
     for (const auto& step : steps) {
-        Scroll(WM_VSCROLL, step.code);
+        editor.SendMessage(WM_VSCROLL, step.code);
         EXPECT_EQ(GetScroll(SB_VERT).nPos, step.expected) << step.code;
     }
-    Scroll(WM_HSCROLL, SB_RIGHT);
+    editor.SendMessage(WM_HSCROLL, SB_RIGHT);
     EXPECT_EQ(editor.GetHorzScrollPos(), 300 + 2 - editor.GetVisibleColCt());
 }
 
@@ -242,17 +220,12 @@ TEST_F(EditorView, SelectsPhysicalLinesInTheRuler)
     metrics.SetAutoTurn(CEditorMetrics::kTurnAtColumn);
     metrics.SetTurnCols(10);
     Create();
-    SetText("aaaaaaaaaabbbbbbbbbbcc\r\ndd\r\nee");
-    const auto ruler = [&](int row) {
-        return CPoint(2, editor.GetColRulerHeight() + row * editor.GetLineHeight() + 1);
-    };
-    Mouse(WM_LBUTTONDOWN, ruler(1), MK_LBUTTON);
+    SetText("aaaaaaaaaabbbbbbbbbbcc\r\ndd");
+    const int y = editor.GetColRulerHeight() + 1;
+    Mouse(WM_LBUTTONDOWN, CPoint(2, y + editor.GetLineHeight()), MK_LBUTTON);
     EXPECT_EQ(Selected(), "bbbbbbbbbb");
-    Mouse(WM_MOUSEMOVE, ruler(3), MK_LBUTTON);
-    EXPECT_EQ(Selected(), "bbbbbbbbbbcc\r\ndd\r\n");
-    Mouse(WM_MOUSEMOVE, ruler(0), MK_LBUTTON);
+    Mouse(WM_MOUSEMOVE, CPoint(2, y), MK_LBUTTON);
     EXPECT_EQ(Selected(), "aaaaaaaaaabbbbbbbbbb");
-    Mouse(WM_LBUTTONUP, ruler(0));
 }
 
 // Which click opens a link: single or double, by the setting; never one that selected something.

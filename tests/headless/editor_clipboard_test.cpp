@@ -3,8 +3,6 @@
 #include "framework/headless/headless.h"
 #include "tests/support/editor_fixture.h"
 
-#include <cstring>
-
 namespace {
 
 class EditorPasting : public tlvn::EditorFixture {};
@@ -31,12 +29,7 @@ TEST_F(EditorPasting, EndsWithTheBlock)
     Create();
     for (const auto& c : cases) {
         SetText("");
-        ASSERT_TRUE(::OpenClipboard(nullptr));
-        ::EmptyClipboard();
-        const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, c.block.size());
-        std::memcpy(::GlobalLock(memory), c.block.data(), c.block.size());
-        ASSERT_NE(::SetClipboardData(c.format, memory), nullptr);
-        ::CloseClipboard();
+        tlvn::GiveBlocks({{c.format, c.block}});
         EXPECT_EQ(editor.Paste(), 1);
         EXPECT_EQ(Text(), c.expected);
     }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,20 @@ private:
 
     int m_key;
 };
+
+// Puts blocks on the clipboard as another program might.
+inline void GiveBlocks(std::initializer_list<std::pair<UINT, std::string>> blocks)
+{
+    ASSERT_TRUE(::OpenClipboard(nullptr));
+    ::EmptyClipboard();
+    for (const auto& [format, bytes] : blocks) {
+        const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+        std::memcpy(::GlobalLock(memory), bytes.data(), bytes.size());
+        ::GlobalUnlock(memory);
+        ASSERT_NE(::SetClipboardData(format, memory), nullptr);
+    }
+    ::CloseClipboard();
+}
 
 class EditorFixture : public testing::Test {
 protected:
