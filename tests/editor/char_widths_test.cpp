@@ -1,10 +1,7 @@
 #include "editor/char_widths.h"
 
 #include "editor/font_info.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include "editor/color.h"
 #include "persist/setting_data.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 namespace {
 

@@ -1,11 +1,6 @@
 #include "editor/document.h"
-
 #include "tests/support/edit_model.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "tests/support/test.h"
 
 using namespace std::string_literals;
 using edit_model::LinesOf;
@@ -21,9 +16,7 @@ void Set(tlvn::Document& document, CodeType type, const std::string& text)
 std::string Copy(const tlvn::Document& document, const CTextPos& from, const CTextPos& to,
                  const tlvn::TextForm& form = {})
 {
-    CBuffer out("x");
-    document.CopyRange(from, to, form, out);
-    return std::string(out, static_cast<std::size_t>(out.GetLength()));
+    return Output([&](CBuffer& out) { document.CopyRange(from, to, form, out); });
 }
 
 } // namespace

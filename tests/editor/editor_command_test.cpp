@@ -81,6 +81,9 @@ TEST_F(EditorCommandTest, DeletesWithTheFreeCursor)
     editor.BackSpaceChar();
     EXPECT_EQ(Caret(), "0,4");
     EXPECT_EQ(editor.CanUndo(), 0);
+    editor.DeleteChar();
+    EXPECT_EQ(Text(), "abcd");
+    EXPECT_EQ(Caret(), "0,2");
 }
 
 // Which command a key runs with which modifiers held. Shift serves keys that move the caret

@@ -2,8 +2,6 @@
 
 #include "tests/support/editor_fixture.h"
 
-#include <cstring>
-
 namespace {
 
 using namespace std::string_literals;

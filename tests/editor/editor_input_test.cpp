@@ -153,6 +153,20 @@ TEST_F(EditorInputTest, TypesBlanksForTabs)
     }
 }
 
+// No blanks up to a caret behind the text, but the lines down to it.
+TEST_F(EditorInputTest, BreaksLinesBehindTheText)
+{
+    metrics.SetFreeCursor(1);
+    Create();
+    SetText(" ab");
+    editor.MoveCaret(CTextPos(0, 0, 9), 0, 0, CaretMoveText);
+    editor.InsertCR();
+    EXPECT_EQ(Text(), " ab\r\n ");
+    editor.MoveCaret(CTextPos(3, 0, 2), 0, 0, CaretMoveText);
+    editor.InsertCR();
+    EXPECT_EQ(Text(), " ab\r\n \r\n\r\n\r\n");
+}
+
 // What is indented stays selected, through several steps and no further than the left edge.
 TEST_F(EditorInputTest, IndentsSelectedLines)
 {

@@ -1,9 +1,6 @@
 #include "editor/document.h"
 #include "editor/flagged_search.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/test.h"
 
 // Rows: the header block counts; a later line; trail bytes that look like katakana; the other
 // kind; none; a kind that is none; text not edited in Shift_JIS.

@@ -1,9 +1,7 @@
 #include "editor/line_index.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/test.h"
 
 #include <numeric>
-#include <random>
 
 namespace {
 

@@ -1,14 +1,7 @@
 #include "editor/document.h"
 #include "editor/line_wrap.h"
-
+#include "tests/support/test.h"
 #include "tests/support/wrap_reference.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-#include <string>
-#include <vector>
 
 namespace {
 

@@ -1,10 +1,6 @@
 #include "editor/link_range.h"
 #include "platform/nls.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 

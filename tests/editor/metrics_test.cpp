@@ -3,10 +3,7 @@
 #include "editor/metrics.h"
 #include "persist/setting_data.h"
 #include "platform/nls.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/test.h"
 
 namespace {
 

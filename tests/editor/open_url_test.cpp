@@ -1,8 +1,5 @@
 #include "editor/open_url.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
+#include "tests/support/test.h"
 
 using Range = CEditorLineRange;
 

@@ -1,12 +1,8 @@
 #include "editor/quote_table.h"
 #include "platform/types.h"
+#include "tests/support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
 #include <set>
-#include <string>
 
 namespace {
 

@@ -1,8 +1,5 @@
 #include "tests/support/edit_model.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/test.h"
 
 // Thousands of edits on random documents of both forms, each step compared with the model.
 TEST(RandomEdits, EqualTheModel)

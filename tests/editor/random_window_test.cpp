@@ -1,8 +1,5 @@
 #include "tests/support/editor_window_check.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
+#include "tests/support/test.h"
 
 // Messages, keys, mouse events and sizes at random. Few windows with much to do: making one takes
 // the window system seconds.

@@ -1,12 +1,8 @@
 #include "editor/run_color.h"
 #include "platform/multibyte.h"
+#include "tests/support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <deque>
-#include <random>
-#include <string>
 
 namespace {
 

@@ -1,11 +1,6 @@
 #include "editor/text_model.h"
-
 #include "tests/support/edit_model.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "tests/support/test.h"
 
 using edit_model::LinesOf;
 using Texts = std::vector<std::string>;

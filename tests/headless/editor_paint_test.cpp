@@ -4,7 +4,6 @@
 #include "tests/support/editor_fixture.h"
 
 #include <map>
-#include <random>
 
 using namespace tlvn;
 

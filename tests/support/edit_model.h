@@ -6,6 +6,7 @@
 #include "editor/text_model.h"
 #include "platform/multibyte.h"
 #include "tests/support/byte_source.h"
+#include "tests/support/text.h"
 
 #include <algorithm>
 #include <compare>
@@ -397,8 +398,7 @@ private:
             return "text";
         CBuffer copy;
         document.CopyLines(0, tlvn::TextForm(), copy);
-        if (std::string(copy, static_cast<std::size_t>(copy.GetLength())) !=
-            Join(Now().lines, m_wide))
+        if (Text(copy) != Join(Now().lines, m_wide))
             return "copy";
         if (const char* fault = CheckRows(document))
             return fault;

@@ -4,12 +4,7 @@
 
 #include "TlvnMisc.h"
 #include "platform/nls.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
-#include <vector>
+#include "tests/support/test.h"
 
 namespace tlvn {
 
@@ -112,13 +107,13 @@ protected:
     {
         CBuffer text;
         editor.GetSelectedText(0, 1, text);
-        return std::string(text, static_cast<std::size_t>(text.GetLength()));
+        return ::Text(text);
     }
     std::string Text() const
     {
         CBuffer text;
         editor.GetDocument(1, 0, 1, 0, text);
-        return std::string(text, static_cast<std::size_t>(text.GetLength()));
+        return ::Text(text);
     }
     std::string Caret() const
     {

@@ -1,14 +1,9 @@
 #include "ui/accel_data.h"
 
 #include "platform/nls.h"
+#include "tests/support/test.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <array>
-#include <climits>
-#include <string>
-#include <vector>
 
 namespace {
 

@@ -1,9 +1,5 @@
+#include "tests/support/test.h"
 #include "ui/pane_layout.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <vector>
 
 namespace {
 

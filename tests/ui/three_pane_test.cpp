@@ -2,11 +2,7 @@
 
 #include "persist/setting_data.h"
 #include "platform/string_table.h"
-
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <random>
+#include "tests/support/test.h"
 
 namespace {
 
