@@ -346,15 +346,26 @@ TEST_F(ViewProgram, ReadsSearchesMarksRepliesAndExports)
     EXPECT_EQ(Stored("", "Frame", "SplitType"), std::to_string(SPLIT_THREE_ROWS));
 }
 
-// In the place of the mail chosen, not of one chosen before. A window that reads can be closed.
-TEST_F(ViewProgram, ShowsWhyAMailCannotBeRead)
+// A mail that breaks the rules, its multiparts deeper than anybody goes, is text. What cannot be
+// read is told in its place. A window that reads can be closed.
+TEST_F(ViewProgram, ShowsWhateverItIsGiven)
 {
+    std::string rules = "Date: 1 Jan 2024 00:00\nSubject: \xFF\xFE\r\r=?ISO-2022-JP?B?GyRC!!?=\n"
+                        "From: <<a@@b,,\"\n";
+    for (int i = 0; i < 1'000; ++i) {
+        const std::string boundary = "b" + std::to_string(i);
+        rules += "Content-Type: multipart/mixed; boundary=" + boundary + "\n\n--" + boundary + '\n';
+    }
+    folder.Write("odd/rules.eml", rules + '\0' + "\x1B$B\x80\x81");
     folder.Write("odd/empty.eml", "");
     folder.Write("odd/big", "From a\nSubject: big\n\n" + std::string(100'000'000, 'x'));
     {
         Program program(settings, folder.Path("odd"));
         const HWND frame = program.Window(kFrameClass);
         const HWND editor = program.Child(frame, TW("TolvanEditorWndClass"));
+        EXPECT_TRUE(WaitUntil([&] { return Contains(TextOf(editor), TW("\n--b100")); }));
+        const HWND list = program.Child(frame, TW("SysListView32"));
+        ::PostMessageW(list, WM_KEYDOWN, VK_DOWN, 1);
         EXPECT_TRUE(WaitUntil([&] { return Contains(TextOf(editor), TW("空のファイルです。")); }));
         EXPECT_EQ(program.Close(frame), 0U);
     }
