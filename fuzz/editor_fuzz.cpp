@@ -5,9 +5,5 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const char* const fault = CheckEditing(data, size);
-    if (fault != nullptr)
-        std::fprintf(stderr, "%s\n", fault);
-    FUZZ_CHECK(fault == nullptr);
-    return 0;
+    return FuzzResult(CheckEditing(data, size));
 }

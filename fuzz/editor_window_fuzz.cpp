@@ -6,9 +6,5 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const char* const fault = CheckEditorWindow(data, size);
-    if (fault != nullptr)
-        std::fprintf(stderr, "%s\n", fault);
-    FUZZ_CHECK(fault == nullptr);
-    return 0;
+    return FuzzResult(CheckEditorWindow(data, size));
 }
