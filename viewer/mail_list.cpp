@@ -94,9 +94,9 @@ bool MailList::Open(const std::string& path, std::string& error)
         result = GetFileSize(m_file, m_fileSize);
     if (result)
         result = SeekFile(m_file, 0, SeekFrom::Begin, position);
-    const bool mbox = IsMboxBeginning(std::string_view(m_head).substr(0, done));
-    if (!result || (!mbox && m_fileSize > 0)) {
-        error = result ? GetText(Reason::NoMbox) : DescribeFileError(result.error);
+    if (!result || !IsMboxBeginning(std::string_view(m_head).substr(0, done))) {
+        error = !result ? DescribeFileError(result.error)
+                        : GetText(m_fileSize == 0 ? Reason::IsEmpty : Reason::NoMbox);
         CloseMbox();
         return false;
     }

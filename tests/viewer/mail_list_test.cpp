@@ -144,6 +144,9 @@ TEST(MailList, ReadsAnMboxFile)
     folder.Write("text", "no mails");
     EXPECT_FALSE(list.Open(folder.Path("text"), error));
     EXPECT_EQ(error, "it is neither a folder nor an mbox file");
+    folder.Write("empty", "");
+    EXPECT_FALSE(list.Open(folder.Path("empty"), error));
+    EXPECT_EQ(error, "it is empty");
     EXPECT_FALSE(list.Open(folder.Path("missing"), error));
     EXPECT_EQ(error, "there is no such file");
     EXPECT_EQ(list.GetCount(), 0);
